@@ -1,0 +1,34 @@
+# Thin wrapper over CMake: `make run` and `make test` each do the whole set-up.
+PRESET    ?= dev
+BUILD_DIR := build/$(PRESET)
+DEPS_STAMP := build/.deps.stamp
+NPROC     := $(shell nproc 2>/dev/null || echo 2)
+
+.PHONY: all run test bench deps build clean
+
+all: build
+
+$(DEPS_STAMP): scripts/install-deps.sh
+	scripts/install-deps.sh
+	@mkdir -p $(@D) && touch $@
+
+deps: $(DEPS_STAMP)
+
+$(BUILD_DIR)/CMakeCache.txt: $(DEPS_STAMP) CMakeLists.txt CMakePresets.json
+	cmake --preset $(PRESET)
+
+build: $(BUILD_DIR)/CMakeCache.txt
+	cmake --build $(BUILD_DIR) -j $(NPROC)
+
+run: build
+	$(BUILD_DIR)/verlis
+
+test: build
+	ctest --test-dir $(BUILD_DIR) --output-on-failure
+
+bench: build
+	cmake --build $(BUILD_DIR) -j $(NPROC) --target benchmarks
+	bench/run.sh $(BUILD_DIR)
+
+clean:
+	rm -rf build

@@ -1,0 +1,215 @@
+#include "commands.h"
+
+#include "menubar1.h"
+#include "shell/app.h"
+#include "shell/dialogs.h"
+#include "window/mainwindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QPushButton>
+
+#include <variant>
+
+namespace verlis {
+
+namespace {
+
+using Plain = bool (MenuCommands::*)();
+using Indexed = bool (MenuCommands::*)(int);
+
+struct Binding {
+    const char *name;
+    std::variant<Plain, Indexed> handler;
+};
+
+// Names with no item (fontLarger, fontSmaller) are bound all the same.
+const Binding Bindings[] = {
+    {"aboutMenu", &MenuCommands::_aboutMenu_Action},
+    {"fontName", &MenuCommands::_fontName_Action},
+    {"fontLarger", &MenuCommands::_fontLarger_Action},
+    {"fontSmaller", &MenuCommands::_fontSmaller_Action},
+    {"fontBold", &MenuCommands::_fontBold_Action},
+    {"fontItalic", &MenuCommands::_fontItalic_Action},
+    {"fontUnderline", &MenuCommands::_fontUnderline_Action},
+    {"fontColor", &MenuCommands::_fontColor_Action},
+    {"menuBackColor", &MenuCommands::_menuBackColor_Action},
+    {"menuShuffle", &MenuCommands::_menuShuffle_Action},
+    {"menuReset", &MenuCommands::_menuReset_Action},
+    {"menuNextAllLine", &MenuCommands::_menuNextAllLine_Action},
+    {"menuNextLine", &MenuCommands::_menuNextLine_Action},
+    {"menuPrevAllLine", &MenuCommands::_menuPrevAllLine_Action},
+    {"menuPrevLine", &MenuCommands::_menuPrevLine_Action},
+    {"menuShowNumber", &MenuCommands::_menuShowNumber_Action},
+    {"menuInportText", &MenuCommands::_menuInportText_Action},
+    {"EditCopy", &MenuCommands::_EditCopy_Action},
+    {"EditSelectAll", &MenuCommands::_EditSelectAll_Action},
+};
+
+TextField *focusedReadingField(mainWindow &window)
+{
+    auto *field = qobject_cast<TextField *>(QApplication::focusWidget());
+    if (field && (field == window.TextField1() || field == window.noField()))
+        return field;
+    return nullptr;
+}
+
+} // namespace
+
+MenuCommands::MenuCommands(App &app, mainWindow &window, MenuBar1 &bar, Dialogs &dialogs)
+    : QObject(&window), m_app(app), m_window(window), m_bar(bar), m_dialogs(dialogs)
+{
+}
+
+void MenuCommands::AddMenuHandlers()
+{
+    for (const Binding &binding : Bindings) {
+        MenuBar1::Handler handler = std::visit(
+            [this](auto member) -> MenuBar1::Handler {
+                if constexpr (std::is_same_v<decltype(member), Indexed>)
+                    return [this, member](int index) { return (this->*member)(index); };
+                else
+                    return [this, member](int) { return (this->*member)(); };
+            },
+            binding.handler);
+        m_bar.addMenuHandler(QString::fromLatin1(binding.name), std::move(handler));
+    }
+}
+
+bool MenuCommands::_fontName_Action(int index)
+{
+    if (const QAction *item = m_bar.item(QStringLiteral("fontName"), index)) {
+        m_app.prefs.mainfont = MenuBar1::Text(item);
+        m_app.setAppearance();
+    }
+    return true;
+}
+
+bool MenuCommands::_fontLarger_Action()
+{
+    quint8 &size = m_app.prefs.mainSize;
+    size = quint8(size + 1);
+    if (size > 64)
+        size = 64;
+    m_app.setAppearance();
+    return true;
+}
+
+bool MenuCommands::_fontSmaller_Action()
+{
+    quint8 &size = m_app.prefs.mainSize;
+    size = quint8(size - 1);
+    if (size < 7)
+        size = 7;
+    m_app.setAppearance();
+    return true;
+}
+
+bool MenuCommands::toggle(bool &setting)
+{
+    setting = !setting;
+    m_app.setAppearance();
+    return true;
+}
+
+bool MenuCommands::_fontBold_Action() { return toggle(m_app.prefs.mainBold); }
+bool MenuCommands::_fontItalic_Action() { return toggle(m_app.prefs.mainItalic); }
+bool MenuCommands::_fontUnderline_Action() { return toggle(m_app.prefs.mainUnderline); }
+bool MenuCommands::_menuShowNumber_Action() { return toggle(m_app.prefs.BshowNumber); }
+
+bool MenuCommands::chooseColor(quint32 &setting, const QString &prompt)
+{
+    Color chosen = setting;
+    if (m_dialogs.selectColor(&m_window, chosen, prompt)) {
+        setting = chosen;
+        m_app.setAppearance();
+    }
+    return true;
+}
+
+bool MenuCommands::_fontColor_Action()
+{
+    return chooseColor(m_app.prefs.ColorText, QStringLiteral("文字の色を選択してください。"));
+}
+
+bool MenuCommands::_menuBackColor_Action()
+{
+    return chooseColor(m_app.prefs.ColorBack, QStringLiteral("背景の色を選択してください。"));
+}
+
+bool MenuCommands::_menuShuffle_Action()
+{
+    m_window.selection().shuffleSelection();
+    m_window.makePoetry();
+    return true;
+}
+
+bool MenuCommands::_menuReset_Action()
+{
+    m_window.selection().resetSelection();
+    m_window.makePoetry();
+    return true;
+}
+
+bool MenuCommands::_menuNextAllLine_Action()
+{
+    m_window.selection().turnAllLines(Direction::Forwards);
+    m_window.makePoetry();
+    return true;
+}
+
+bool MenuCommands::_menuNextLine_Action(int index)
+{
+    m_window.selection().turnLine(index, Direction::Forwards);
+    m_window.makePoetry();
+    return true;
+}
+
+bool MenuCommands::_menuPrevAllLine_Action()
+{
+    m_window.selection().turnAllLines(Direction::Backwards);
+    m_window.makePoetry();
+    return true;
+}
+
+bool MenuCommands::_menuPrevLine_Action(int index)
+{
+    m_window.selection().turnLine(index, Direction::Backwards);
+    m_window.makePoetry();
+    return true;
+}
+
+bool MenuCommands::_menuInportText_Action()
+{
+    m_window.ReadTextBtn()->click();
+    m_window.PagePanel1()->setValue(mainWindow::ImportPage);
+    return true;
+}
+
+QString MenuCommands::aboutText() const
+{
+    return QStringLiteral("Verlis ") + m_app.Version() + QChar(13) + QStringLiteral("© 2026 - ") +
+           QString::number(m_app.buildYear()) + QLatin1Char(' ') + m_app.Copyright();
+}
+
+bool MenuCommands::_aboutMenu_Action()
+{
+    m_dialogs.msgBox(&m_window, aboutText());
+    return true;
+}
+
+bool MenuCommands::_EditCopy_Action()
+{
+    if (TextField *field = focusedReadingField(m_window))
+        field->copy();
+    return true;
+}
+
+bool MenuCommands::_EditSelectAll_Action()
+{
+    if (TextField *field = focusedReadingField(m_window))
+        field->selectAll();
+    return true;
+}
+
+} // namespace verlis

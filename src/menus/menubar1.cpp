@@ -1,0 +1,134 @@
+#include "menubar1.h"
+
+#include "menutable.h"
+#include "shortcut.h"
+
+#include <QMenu>
+#include <QProxyStyle>
+
+namespace verlis {
+
+namespace {
+
+// A list of thousands of fonts scrolls rather than spreading into columns.
+class ScrollableMenuStyle final : public QProxyStyle {
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returnData) const override
+    {
+        if (hint == SH_Menu_Scrollable)
+            return 1;
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+const char *const IndexProperty = "Index";
+const char *const ShortcutProperty = "KeyboardShortcut";
+
+QString escapeMnemonic(QString text) { return text.replace(QLatin1Char('&'), QStringLiteral("&&")); }
+
+} // namespace
+
+MenuBar1::MenuBar1(QWidget *parent) : QMenuBar(parent)
+{
+    setObjectName(QStringLiteral("MenuBar1"));
+    for (const MenuEntry &entry : menuTree()) {
+        const QString name = QString::fromUtf8(entry.name);
+        QMenu *parentMenu = entry.parent ? m_menus.value(QString::fromUtf8(entry.parent)) : nullptr;
+        if (entry.kind == ItemKind::Menu) {
+            auto *menu = parentMenu ? parentMenu->addMenu(QString::fromUtf8(entry.text))
+                                    : addMenu(QString::fromUtf8(entry.text));
+            menu->setObjectName(name);
+            menu->menuAction()->setObjectName(name);
+            menu->menuAction()->setMenuRole(QAction::NoRole);
+            if (!parentMenu)
+                connect(menu, &QMenu::aboutToShow, this, &MenuBar1::menuAboutToShow);
+            m_menus.insert(name, menu);
+            m_items[name].append(menu->menuAction());
+            continue;
+        }
+        createItem(parentMenu, entry, 0);
+    }
+    auto *style = new ScrollableMenuStyle;
+    style->setParent(m_menus.value(QStringLiteral("hyoujiFont")));
+    m_menus.value(QStringLiteral("hyoujiFont"))->setStyle(style);
+}
+
+QAction *MenuBar1::createItem(QMenu *parent, const MenuEntry &entry, int index)
+{
+    QAction *action = entry.kind == ItemKind::Separator ? parent->addSeparator()
+                                                        : parent->addAction(QString());
+    action->setObjectName(QString::fromUtf8(entry.name));
+    action->setMenuRole(entry.role == ItemRole::Quit    ? QAction::QuitRole
+                        : entry.role == ItemRole::About ? QAction::AboutRole
+                                                        : QAction::NoRole);
+    if (entry.kind == ItemKind::ArrayItem)
+        action->setProperty(IndexProperty, index);
+    if (entry.kind != ItemKind::Separator) {
+        setText(action, QString::fromUtf8(entry.text));
+        setKeyboardShortcut(action, QString::fromUtf8(entry.shortcut));
+        action->setCheckable(entry.role == ItemRole::Checkable);
+        connect(action, &QAction::triggered, this, [this, action] { dispatch(action); });
+    }
+    m_items[action->objectName()].append(action);
+    return action;
+}
+
+QAction *MenuBar1::item(const QString &name, int index) const
+{
+    const QList<QAction *> &members = m_items[name];
+    return index >= 0 && index < members.size() ? members[index] : nullptr;
+}
+
+QAction *MenuBar1::installClone(const QString &name)
+{
+    const QList<QAction *> &members = m_items[name];
+    if (members.isEmpty())
+        return nullptr;
+    auto *parent = qobject_cast<QMenu *>(members.constFirst()->parent());
+    for (const ArrayDefaults &defaults : arrayDefaults()) {
+        if (name == QLatin1String(defaults.name)) {
+            const MenuEntry entry{nullptr, defaults.name, defaults.text, defaults.shortcut,
+                                  ItemKind::ArrayItem};
+            return createItem(parent, entry, int(members.size()));
+        }
+    }
+    return nullptr;
+}
+
+void MenuBar1::addMenuHandler(const QString &name, Handler handler)
+{
+    m_handlers.insert(name, std::move(handler));
+}
+
+void MenuBar1::dispatch(QAction *item)
+{
+    if (const Handler handler = m_handlers.value(item->objectName()))
+        handler(Index(item));
+}
+
+int MenuBar1::Index(const QAction *item)
+{
+    const QVariant index = item->property(IndexProperty);
+    return index.isValid() ? index.toInt() : 0;
+}
+
+QString MenuBar1::Text(const QAction *item)
+{
+    return item->text().replace(QStringLiteral("&&"), QStringLiteral("&"));
+}
+
+void MenuBar1::setText(QAction *item, const QString &text) { item->setText(escapeMnemonic(text)); }
+
+QString MenuBar1::KeyboardShortcut(const QAction *item)
+{
+    return item->property(ShortcutProperty).toString();
+}
+
+void MenuBar1::setKeyboardShortcut(QAction *item, const QString &shortcut)
+{
+    item->setProperty(ShortcutProperty, shortcut);
+    item->setShortcut(keySequenceFor(shortcut));
+}
+
+} // namespace verlis

@@ -1,0 +1,45 @@
+// The menus made at start: the font list and the items of lines 2 to 14.
+#include "menubar1.h"
+#include "shell/app.h"
+
+#include <QAction>
+
+namespace verlis {
+
+void App::makeFontMenu()
+{
+    const QStringList &families = m_env.fontFamilies;
+    if (families.isEmpty())
+        return;
+    MenuBar1 &bar = menuBar();
+    QAction *first = bar.item(QStringLiteral("fontName"), 0);
+    // One update of the menu for the whole list, not one per family.
+    auto *menu = qobject_cast<QWidget *>(first->parent());
+    const bool updates = menu && menu->updatesEnabled();
+    if (menu)
+        menu->setUpdatesEnabled(false);
+    MenuBar1::setText(first, families.constFirst());
+    for (qsizetype i = 1; i < families.size(); ++i)
+        MenuBar1::setText(bar.installClone(QStringLiteral("fontName")), families[i]);
+    if (menu)
+        menu->setUpdatesEnabled(updates);
+}
+
+void App::makePageMenu()
+{
+    MenuBar1 &bar = menuBar();
+    static const char *const Keys[] = {"", "2", "3", "4", "5", "6", "7",
+                                       "8", "9", "0", "u", "i", "o", "p"};
+    for (int i = 1; i < 14; ++i) {
+        QAction *next = bar.installClone(QStringLiteral("menuNextLine"));
+        QAction *prev = bar.installClone(QStringLiteral("menuPrevLine"));
+        const QString text = QString::number(i + 1) + QStringLiteral("行目");
+        MenuBar1::setText(next, text);
+        MenuBar1::setText(prev, text);
+        const QString key = QString::fromLatin1(Keys[i]);
+        MenuBar1::setKeyboardShortcut(next, QStringLiteral("command-shift-") + key);
+        MenuBar1::setKeyboardShortcut(prev, QStringLiteral("command-option-") + key);
+    }
+}
+
+} // namespace verlis

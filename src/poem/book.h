@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+namespace verlis {
+
+// A Poem book: ten pages of fourteen lines. Any cell may be empty.
+class PoemBook {
+public:
+    static constexpr int Pages = 10;
+    static constexpr int Lines = 14;
+
+    const QString &Line(int page, int line) const { return m_cells[page][line]; }
+    void setLine(int page, int line, const QString &text) { m_cells[page][line] = text; }
+    void clear()
+    {
+        for (auto &page : m_cells)
+            page.fill(QString());
+    }
+
+private:
+    std::array<std::array<QString, Lines>, Pages> m_cells{};
+};
+
+} // namespace verlis

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "book.h"
+#include "selection.h"
+
+#include <QString>
+
+#include <array>
+
+namespace verlis {
+
+// The row separator of the reading fields.
+inline constexpr QChar RowBreak = QChar(13);
+
+// What the window shows of one selection: a page number and a text for each
+// line, and the two texts of the reading page, grouped 4, 4, 3, 3.
+struct ComposedPoem {
+    std::array<QString, Selection::Lines> pageNumbers;
+    std::array<QString, Selection::Lines> lineTexts;
+    QString text;    // 17 rows separated by RowBreak, no trailing one
+    QString numbers; // the page number of each line on the same rows
+};
+
+// True after the lines that close a stanza: an empty row follows them.
+constexpr bool endsStanza(int line) { return line == 3 || line == 7 || line == 10; }
+
+ComposedPoem composePoem(const PoemBook &book, const Selection &selection);
+
+} // namespace verlis

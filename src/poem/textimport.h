@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace verlis {
+
+// The lines of a book file, as its author wrote them.
+struct BookFile {
+    bool opened = false; // false for a missing file, a folder or anything not a regular file
+    QStringList lines;   // the non-empty lines in file order, at most MaxLines
+};
+
+inline constexpr int MaxBookLines = 140;
+
+// Reads the non-empty lines of a book. LF, CRLF and a lone CR end a line.
+// Reading stops after the 140th non-empty line, so a large file costs no
+// more than its start. Never throws; a file that can't be read gives
+// `opened == false`.
+BookFile readBookFile(const QString &path);
+
+// The same over bytes already in memory: detection of the encoding and the
+// split into non-empty lines.
+QStringList decodeBookBytes(const QByteArray &bytes);
+
+} // namespace verlis

@@ -1,0 +1,163 @@
+#include "app.h"
+
+#include "dialogs.h"
+#include "menus/commands.h"
+#include "menus/enabling.h"
+#include "menus/menubar1.h"
+#include "window/mainwindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QPushButton>
+#include <QStandardPaths>
+
+#ifndef VERLIS_BUILD_YEAR
+#define VERLIS_BUILD_YEAR 2026
+#endif
+#ifndef VERLIS_DATA_DIR
+#define VERLIS_DATA_DIR "/usr/local/share/verlis"
+#endif
+
+namespace verlis {
+
+namespace {
+
+constexpr qint64 MaxPreferencesBytes = PreferencesFixedBytes + MaxFontNameBytes;
+
+// The book beside the program, or else the one installed with it.
+QString findDefaultBook()
+{
+    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/Verlis.txt");
+    if (QFileInfo::exists(beside))
+        return beside;
+    const QString installed = QStringLiteral(VERLIS_DATA_DIR "/Verlis.txt");
+    return QFileInfo::exists(installed) ? installed : QString();
+}
+
+} // namespace
+
+Environment Environment::system()
+{
+    return {QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
+            findDefaultBook(), QFontDatabase::families(), std::make_shared<QtDialogs>(),
+            [](int status) { QCoreApplication::exit(status); }};
+}
+
+App::App(Environment environment) : m_env(std::move(environment))
+{
+    if (!m_env.dialogs)
+        m_env.dialogs = std::make_shared<QtDialogs>();
+    m_menuBar = new MenuBar1;
+    m_menuBar->addMenuHandler(QStringLiteral("MClose"), [this](int) { return _MClose_Action(); });
+    connect(m_menuBar->item(QStringLiteral("FileQuit")), &QAction::triggered, this,
+            [this] { window().close(); });
+    connect(m_menuBar, &MenuBar1::menuAboutToShow, this, &App::updateEnabling);
+}
+
+App::~App()
+{
+    m_window.reset(); // takes the menu bar with it
+    delete m_menuBar.data();
+}
+
+int App::buildYear() const { return VERLIS_BUILD_YEAR; }
+
+mainWindow &App::window()
+{
+    if (!m_window) {
+        m_window = std::make_unique<mainWindow>(*this, m_menuBar.data(), *m_env.dialogs);
+        m_commands = new MenuCommands(*this, *m_window, *m_menuBar, *m_env.dialogs);
+        m_commands->AddMenuHandlers();
+        connect(m_window.get(), &mainWindow::panelPageChanged, this, &App::updateEnabling);
+        connect(qApp, &QApplication::focusChanged, this, &App::updateEnabling);
+        updateEnabling();
+    }
+    return *m_window;
+}
+
+MenuCommands &App::commands()
+{
+    window();
+    return *m_commands;
+}
+
+void App::updateEnabling()
+{
+    if (!m_window)
+        return;
+    const int page = m_window->PagePanel1()->Value();
+    EnableMenuItems(*m_menuBar, page);
+    const QWidget *focus = QApplication::focusWidget();
+    enableEditItems(*m_menuBar, page == mainWindow::ReadingPage && focus &&
+                                    (focus == m_window->TextField1() || focus == m_window->noField()));
+}
+
+void App::Event_Open()
+{
+    loadPrefs();
+    window().Event_Open();
+    makeFontMenu();
+    makePageMenu();
+    if (!m_env.defaultBook.isEmpty() && QFileInfo::exists(m_env.defaultBook)) {
+        window().readText(m_env.defaultBook);
+        window().makePBtn()->click();
+    }
+}
+
+void App::Event_Close() { savePrefs(); }
+
+bool App::_MClose_Action()
+{
+    if (m_window)
+        m_window->close();
+    return true;
+}
+
+void App::Quit(int status)
+{
+    if (!m_closed) {
+        m_closed = true;
+        Event_Close();
+    }
+    if (m_env.quit)
+        m_env.quit(status);
+}
+
+QString App::preferencesPath() const
+{
+    if (m_env.preferencesFolder.isEmpty())
+        return {};
+    return QDir(m_env.preferencesFolder).filePath(QString::fromLatin1(PreferencesFileName));
+}
+
+void App::loadPrefs()
+{
+    const QString path = preferencesPath();
+    if (!path.isEmpty() && QFileInfo(path).isFile()) {
+        QFile file(path);
+        // A file that can't be opened counts as none.
+        if (file.open(QIODevice::ReadOnly))
+            prefs = decodePreferences(file.read(MaxPreferencesBytes));
+    }
+    window(); // the window's size limits take part in the checks
+    normalisePreferences(prefs, mainWindow::Limits);
+}
+
+void App::savePrefs()
+{
+    const QString path = preferencesPath();
+    if (path.isEmpty() || !QDir().mkpath(m_env.preferencesFolder))
+        return;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return;
+    file.write(encodePreferences(prefs));
+    file.close();
+    ++m_preferencesWrites;
+}
+
+} // namespace verlis

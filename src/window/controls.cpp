@@ -1,0 +1,209 @@
+#include "controls.h"
+
+#include <QEnterEvent>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QTextBlock>
+#include <QTextCursor>
+
+namespace verlis {
+
+namespace {
+
+Qt::Alignment toQt(Listbox::Alignment alignment)
+{
+    return (alignment == Listbox::Left ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter;
+}
+
+} // namespace
+
+Label::Label(int index, QWidget *parent) : QLabel(parent), m_index(index)
+{
+    setTextFormat(Qt::PlainText);
+    setAutoFillBackground(false);
+}
+
+void Label::setTextColor(Color color)
+{
+    m_textColor = color;
+    QPalette p = palette();
+    p.setColor(QPalette::WindowText, toQColor(color));
+    setPalette(p);
+}
+
+void Label::setTextStyle(const TextStyle &style)
+{
+    if (style == m_style)
+        return;
+    m_style = style;
+    setFont(style.toFont());
+}
+
+void Label::setSelectable(bool selectable)
+{
+    setTextInteractionFlags(selectable ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
+}
+
+bool Label::Selectable() const { return textInteractionFlags() & Qt::TextSelectableByMouse; }
+
+void Label::mousePressEvent(QMouseEvent *event)
+{
+    QLabel::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton)
+        emit mouseDown(this, event->modifiers());
+}
+
+void Label::enterEvent(QEnterEvent *event)
+{
+    QLabel::enterEvent(event);
+    emit mouseEnter(this);
+}
+
+void Label::leaveEvent(QEvent *event)
+{
+    QLabel::leaveEvent(event);
+    emit mouseExit(this);
+}
+
+TextField::TextField(QWidget *parent) : QTextEdit(parent)
+{
+    setReadOnly(true);
+    setAcceptRichText(false);
+    setUndoRedoEnabled(false);
+    setFrameShape(QFrame::NoFrame);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setCursorWidth(0); // a field that can't be edited shows no caret
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setLineWrapMode(QTextEdit::WidgetWidth);
+    document()->setDocumentMargin(2);
+    setColors(0x000000, 0xFFFFFF);
+}
+
+void TextField::setText(const QString &text)
+{
+    m_text = text;
+    setPlainText(QString(text).replace(QChar(13), QChar('\n')));
+    applyRowHeight(true);
+}
+
+void TextField::setTextStyle(const TextStyle &style)
+{
+    if (style == m_style)
+        return;
+    m_style = style;
+    setFont(style.toFont());
+}
+
+Color TextField::TextColor() const { return fromQColor(palette().color(QPalette::Text)); }
+Color TextField::BackColor() const { return fromQColor(palette().color(QPalette::Base)); }
+
+void TextField::setColors(Color text, Color back)
+{
+    QPalette p = palette();
+    p.setColor(QPalette::Text, toQColor(text));
+    p.setColor(QPalette::Base, toQColor(back));
+    setPalette(p);
+}
+
+void TextField::setRightAligned(bool right)
+{
+    QTextOption option = document()->defaultTextOption();
+    option.setAlignment(right ? Qt::AlignRight : Qt::AlignLeft);
+    document()->setDefaultTextOption(option);
+}
+
+void TextField::resizeEvent(QResizeEvent *event)
+{
+    QTextEdit::resizeEvent(event);
+    applyRowHeight(false);
+}
+
+void TextField::applyRowHeight(bool force)
+{
+    const int usable = viewport()->height() - 2 * int(document()->documentMargin());
+    const int rowHeight = qMax(1, usable / Rows);
+    if (!force && rowHeight == m_rowHeight)
+        return;
+    m_rowHeight = rowHeight;
+    QTextBlockFormat format;
+    format.setLineHeight(rowHeight, QTextBlockFormat::FixedHeight);
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    cursor.mergeBlockFormat(format);
+}
+
+PagePanel::PagePanel(int pageCount, QWidget *parent) : QStackedWidget(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    for (int i = 0; i < pageCount; ++i)
+        addWidget(new QWidget(this));
+}
+
+Listbox::Listbox(const QStringList &headings, QWidget *parent)
+    : QTableWidget(0, int(headings.size()), parent),
+      m_columnAlignment(headings.size(), Centred)
+{
+    setHorizontalHeaderLabels(headings);
+    verticalHeader()->hide();
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setSectionsClickable(false);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setShowGrid(false);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setWordWrap(false);
+    fitColumns();
+}
+
+int Listbox::AddRow(const QString &firstCell)
+{
+    const int row = rowCount();
+    insertRow(row);
+    setCell(row, 0, firstCell);
+    return row;
+}
+
+QString Listbox::Cell(int row, int column) const
+{
+    const QTableWidgetItem *cell = item(row, column);
+    return cell ? cell->text() : QString();
+}
+
+void Listbox::setCell(int row, int column, const QString &text)
+{
+    auto *cell = new QTableWidgetItem(text);
+    cell->setTextAlignment(toQt(m_columnAlignment.value(column, Centred)));
+    setItem(row, column, cell);
+}
+
+void Listbox::setColumnAlignment(int column, Alignment alignment)
+{
+    m_columnAlignment[column] = alignment;
+    if (QTableWidgetItem *heading = horizontalHeaderItem(column))
+        heading->setTextAlignment(toQt(alignment));
+}
+
+void Listbox::setCellAlignment(int row, int column, Alignment alignment)
+{
+    if (QTableWidgetItem *cell = item(row, column))
+        cell->setTextAlignment(toQt(alignment));
+}
+
+void Listbox::resizeEvent(QResizeEvent *event)
+{
+    QTableWidget::resizeEvent(event);
+    fitColumns();
+}
+
+void Listbox::fitColumns()
+{
+    const int tenth = viewport()->width() / 10;
+    setColumnWidth(0, tenth);
+    setColumnWidth(1, tenth);
+}
+
+} // namespace verlis

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "shell/color.h"
+#include "textstyle.h"
+
+#include <QLabel>
+#include <QStackedWidget>
+#include <QTableWidget>
+#include <QTextEdit>
+
+#include <climits>
+
+namespace verlis {
+
+// A label that can act as a button: it reports presses and the pointer
+// coming and going. Members of a control array know their Index.
+class Label : public QLabel {
+    Q_OBJECT
+public:
+    static constexpr int NoIndex = INT_MIN;
+
+    explicit Label(int index = NoIndex, QWidget *parent = nullptr);
+
+    int Index() const { return m_index; }
+    QString Text() const { return text(); }
+    void setText(const QString &text) { QLabel::setText(text); }
+
+    Color TextColor() const { return m_textColor; }
+    void setTextColor(Color color);
+
+    const TextStyle &textStyle() const { return m_style; }
+    void setTextStyle(const TextStyle &style);
+
+    void setSelectable(bool selectable);
+    bool Selectable() const;
+
+signals:
+    void mouseDown(verlis::Label *label, Qt::KeyboardModifiers modifiers);
+    void mouseEnter(verlis::Label *label);
+    void mouseExit(verlis::Label *label);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+
+private:
+    int m_index;
+    Color m_textColor = 0;
+    TextStyle m_style;
+};
+
+// A read-only field of several rows. Its text holds Chr(13) between rows,
+// and every row has the same height, so that two fields side by side keep
+// their rows level.
+class TextField : public QTextEdit {
+    Q_OBJECT
+public:
+    static constexpr int Rows = 17;
+
+    explicit TextField(QWidget *parent = nullptr);
+
+    QString Text() const { return m_text; }
+    void setText(const QString &text);
+
+    const TextStyle &textStyle() const { return m_style; }
+    void setTextStyle(const TextStyle &style);
+
+    Color TextColor() const;
+    Color BackColor() const;
+    void setColors(Color text, Color back);
+
+    void setRightAligned(bool right);
+    int rowHeight() const { return m_rowHeight; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void applyRowHeight(bool force);
+
+    QString m_text;
+    TextStyle m_style;
+    int m_rowHeight = 0;
+};
+
+// The pages of the window; Value is the page showing.
+class PagePanel : public QStackedWidget {
+    Q_OBJECT
+public:
+    explicit PagePanel(int pageCount, QWidget *parent = nullptr);
+    int Value() const { return currentIndex(); }
+    void setValue(int value) { setCurrentIndex(value); }
+    QWidget *panelPage(int index) const { return widget(index); }
+};
+
+// The table of the import page. The first two columns take 10 % of the
+// width each at every size and the last the rest.
+class Listbox : public QTableWidget {
+    Q_OBJECT
+public:
+    enum Alignment { Left = 1, Centred = 2 };
+
+    explicit Listbox(const QStringList &headings, QWidget *parent = nullptr);
+
+    void DeleteAllRows() { setRowCount(0); }
+    int AddRow(const QString &firstCell);
+    int ListCount() const { return rowCount(); }
+    QString Cell(int row, int column) const;
+    void setCell(int row, int column, const QString &text);
+    void setColumnAlignment(int column, Alignment alignment);
+    void setCellAlignment(int row, int column, Alignment alignment);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void fitColumns();
+    QList<Alignment> m_columnAlignment;
+};
+
+} // namespace verlis

@@ -1,0 +1,62 @@
+// The import page: reading a book into the Poem book and its table.
+#include "mainwindow.h"
+
+#include "poem/textimport.h"
+#include "shell/dialogs.h"
+#include "shell/filetypes.h"
+
+#include <QPushButton>
+
+namespace verlis {
+
+void mainWindow::readText(const std::optional<QString> &file)
+{
+    m_selection.clear();
+    if (file) {
+        m_book.clear();
+        m_listbox->DeleteAllRows();
+        // A file that can't be read leaves the book empty, as a file of no lines would.
+        const BookFile read = readBookFile(*file);
+        m_listbox->setUpdatesEnabled(false);
+        for (qsizetype n = 0; n < read.lines.size(); ++n) {
+            const int page = int(n / LineCount);
+            const int line = int(n % LineCount);
+            const QString &text = read.lines[n];
+            m_book.setLine(page, line, text);
+            const int row = m_listbox->AddRow(QString::number(page + 1));
+            m_listbox->setCell(row, 1, QString::number(line + 1));
+            m_listbox->setCell(row, 2, text);
+        }
+        for (int row = 0; row < m_listbox->ListCount(); ++row)
+            m_listbox->setCellAlignment(row, 2, Listbox::Left);
+        m_listbox->setUpdatesEnabled(true);
+    }
+    m_makePBtn->setEnabled(m_listbox->ListCount() > 0);
+}
+
+std::optional<QString> mainWindow::SelectFile()
+{
+    return m_dialogs.openFile(this, {QStringLiteral("ファイル選択"),
+                                     FileTypes1::Text().dialogFilter(),
+                                     QStringLiteral("読み込むファイルを選択してください。")});
+}
+
+void mainWindow::DefaultListbox_Open()
+{
+    for (int column = 0; column < 3; ++column)
+        m_listbox->setColumnAlignment(column, Listbox::Centred);
+}
+
+void mainWindow::ReadTextBtn_Action()
+{
+    if (const auto file = SelectFile())
+        readText(file);
+}
+
+void mainWindow::makePBtn_Action()
+{
+    m_pagePanel->setValue(ReadingPage);
+    makePoetry();
+}
+
+} // namespace verlis

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QRect>
+
+#include <array>
+
+namespace verlis {
+
+// Where the four labels of one line stand on the label page, in the
+// window's client coordinates.
+struct RowGeometry {
+    QRect page;
+    QRect text;
+    QRect leftArrow;
+    QRect rightArrow;
+};
+
+// The rows of the label page for a client area of width x height: fourteen
+// lines and three stanza gaps divide the height, less a margin of 48 above
+// and below, into 17 equal rows.
+std::array<RowGeometry, 14> labelRowGeometry(qint64 width, qint64 height);
+
+// The row of line i counted from the first, stanza gaps included.
+constexpr int rowOfLine(int line)
+{
+    return line + (line >= 4 ? 1 : 0) + (line >= 8 ? 1 : 0) + (line >= 11 ? 1 : 0);
+}
+
+} // namespace verlis
