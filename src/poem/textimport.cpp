@@ -114,24 +114,42 @@ std::optional<QString> decodeStrictly(const QString &encoding, const QByteArray 
     return text;
 }
 
+// The encoding a detector's name stands for: books written on Windows
+// say Shift_JIS and mean its superset CP932.
+QString decoderName(const QString &detected)
+{
+    if (detected.compare(QLatin1String("SHIFT_JIS"), Qt::CaseInsensitive) == 0)
+        return QStringLiteral("windows-31j");
+    return detected;
+}
+
 // The lines as one text: valid UTF-8 as it stands, else what the detector
-// names, else CP932, else UTF-8 with U+FFFD for the bad bytes.
+// names, else CP932, else UTF-8 with U+FFFD for the bad bytes. ISO-2022-JP
+// is valid UTF-8 byte for byte; its escape sequences give it away.
 QString decodeLines(const QList<QByteArray> &rawLines)
 {
     const QByteArray joined = rawLines.join('\n');
     QStringDecoder utf8(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    QString text = utf8.decode(joined);
-    if (!utf8.hasError())
+    const QString text = utf8.decode(joined);
+    const bool validUtf8 = !utf8.hasError();
+    if (validUtf8 && !joined.contains('\x1B'))
         return text;
 
-    const QString detected = detectedEncodingName(joined);
+    const QString detected = decoderName(detectedEncodingName(joined));
+    if (validUtf8) {
+        if (detected.startsWith(QLatin1String("ISO-2022"), Qt::CaseInsensitive)) {
+            if (auto decoded = decodeStrictly(detected, joined))
+                return *decoded;
+        }
+        return text;
+    }
     if (detected.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0) {
         if (auto decoded = decodeStrictly(detected, joined))
             return *decoded;
     }
-    if (auto decoded = decodeStrictly(QStringLiteral("CP932"), joined))
+    if (auto decoded = decodeStrictly(QStringLiteral("windows-31j"), joined))
         return *decoded;
-    return text; // Qt's UTF-8 decoder already put U+FFFD in place of bad bytes
+    return text; // Qt's UTF-8 decoder has put U+FFFD in place of the bad bytes
 }
 
 QStringList nonEmpty(const QString &text)

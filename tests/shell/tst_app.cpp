@@ -1,0 +1,197 @@
+#include "bookfile.h"
+#include "menus/menubar1.h"
+#include "testapp.h"
+#include "window/mainwindow.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTest>
+
+using namespace verlis;
+
+class TestApp_ : public QObject {
+    Q_OBJECT
+private slots:
+    void startWithDefaultBookShowsTheFirstPoem();
+    void startWithoutBookShowsTheEmptyImportPage_data();
+    void startWithoutBookShowsTheEmptyImportPage();
+    void settingsAreSavedOnceWhicheverWayTheRunEnds_data();
+    void settingsAreSavedOnceWhicheverWayTheRunEnds();
+    void savedSettingsComeBack();
+    void damagedPreferencesGiveARunningProgram_data();
+    void damagedPreferencesGiveARunningProgram();
+};
+
+void TestApp_::startWithDefaultBookShowsTheFirstPoem()
+{
+    QTemporaryDir dir;
+    const QString book = dir.filePath("Verlis.txt");
+    QVERIFY(writeBook(book, numberedBook()));
+    TestApp t(book);
+    t.app->Event_Open();
+    mainWindow &w = t.app->window();
+    w.show();
+    QCOMPARE(w.PagePanel1()->Value(), int(mainWindow::ReadingPage));
+    // The window's opening empties the label rows before the book is
+    // composed, never after: the poem stands in the labels too.
+    for (int i = 0; i < 14; ++i)
+        QCOMPARE(w.textLabel(i)->Text(), QStringLiteral("1-%1").arg(i + 1));
+    QVERIFY(w.TextField1()->Text().startsWith(QStringLiteral("1-1\r1-2\r1-3\r1-4\r\r1-5")));
+    QCOMPARE(w.DefaultListbox()->ListCount(), 140);
+    QCOMPARE(w.DefaultListbox()->Cell(139, 0), QStringLiteral("10"));
+    QCOMPARE(w.DefaultListbox()->Cell(139, 1), QStringLiteral("14"));
+    QCOMPARE(w.DefaultListbox()->Cell(139, 2), QStringLiteral("10-14"));
+    QVERIFY(w.makePBtn()->isEnabled());
+    // Made once: a second use of the accessor finds the same window.
+    QCOMPARE(&t.app->window(), &w);
+    QVERIFY(t.dialogs->messages.isEmpty());
+}
+
+void TestApp_::startWithoutBookShowsTheEmptyImportPage_data()
+{
+    QTest::addColumn<QStringList>("book");
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("no book") << QStringList{} << false;
+    QTest::newRow("a book of blank lines") << QStringList{"", "", ""} << true;
+}
+
+void TestApp_::startWithoutBookShowsTheEmptyImportPage()
+{
+    QFETCH(QStringList, book);
+    QFETCH(bool, exists);
+    QTemporaryDir dir;
+    const QString path = dir.filePath("Verlis.txt");
+    if (exists)
+        QVERIFY(writeBook(path, book));
+    TestApp t(path);
+    t.app->Event_Open();
+    mainWindow &w = t.app->window();
+    QCOMPARE(w.PagePanel1()->Value(), int(mainWindow::ImportPage));
+    QCOMPARE(w.DefaultListbox()->ListCount(), 0);
+    QCOMPARE(w.DefaultListbox()->columnCount(), 3);
+    QStringList headings;
+    for (int c = 0; c < 3; ++c)
+        headings << w.DefaultListbox()->horizontalHeaderItem(c)->text();
+    QCOMPARE(headings, (QStringList{"頁", "行", " "}));
+    QVERIFY(!w.makePBtn()->isEnabled());
+    QVERIFY(t.dialogs->messages.isEmpty());
+    QVERIFY(t.dialogs->fileRequests.isEmpty());
+}
+
+void TestApp_::settingsAreSavedOnceWhicheverWayTheRunEnds_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("close box") << "close";
+    QTest::newRow("close window item") << "MClose";
+    QTest::newRow("quit item") << "FileQuit";
+}
+
+void TestApp_::settingsAreSavedOnceWhicheverWayTheRunEnds()
+{
+    QFETCH(QString, way);
+    TestApp t;
+    t.app->Event_Open();
+    mainWindow &w = t.app->window();
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    QCOMPARE(t.app->preferencesWrites(), 0);
+    if (way == "close")
+        w.close();
+    else
+        t.app->menuBar().item(way)->trigger();
+    QCOMPARE(t.app->preferencesWrites(), 1);
+    QCOMPARE(t.quits, QList<int>{0});
+    QVERIFY(!w.isVisible());
+    QCOMPARE(QFileInfo(t.prefsPath()).size(), 68);
+}
+
+void TestApp_::savedSettingsComeBack()
+{
+    TestApp first;
+    first.app->Event_Open();
+    Preferences &p = first.app->prefs;
+    p.mainfont = QStringLiteral("游明朝");
+    p.mainSize = 40;
+    p.mainItalic = true;
+    p.BshowNumber = true;
+    p.ColorText = 0x204060;
+    p.ColorBack = 0xFAF0E6;
+    // An older, longer file is replaced whole.
+    QFile old(first.prefsPath());
+    QVERIFY(QDir().mkpath(QFileInfo(old).path()));
+    QVERIFY(old.open(QIODevice::WriteOnly));
+    old.write(QByteArray(400, 'x'));
+    old.close();
+    first.app->savePrefs();
+    QCOMPARE(QFileInfo(first.prefsPath()).size(), 62 + QByteArray("游明朝").size());
+
+    verlis::Environment env{QFileInfo(first.prefsPath()).path(), QString(), {"Alpha"},
+                            first.dialogs, [](int) {}};
+    App second(env);
+    second.Event_Open();
+    QCOMPARE(second.prefs, p);
+    mainWindow &w = second.window();
+    QCOMPARE(w.TextField1()->font().family(), QStringLiteral("游明朝"));
+    QVERIFY(w.TextField1()->font().italic());
+    QCOMPARE(w.TextField1()->TextColor(), Color(0x204060));
+    QCOMPARE(w.BackColor(), Color(0xFAF0E6));
+    QVERIFY(second.menuBar().item("fontItalic")->isChecked());
+    QVERIFY(!second.menuBar().item("fontBold")->isChecked());
+}
+
+void TestApp_::damagedPreferencesGiveARunningProgram_data()
+{
+    QTest::addColumn<QString>("damage");
+    QTest::newRow("empty file") << "empty";
+    QTest::newRow("random bytes") << "random";
+    QTest::newRow("cut short") << "short";
+    QTest::newRow("a folder in its place") << "folder";
+    QTest::newRow("a folder that can't be made") << "unwritable";
+}
+
+void TestApp_::damagedPreferencesGiveARunningProgram()
+{
+    QFETCH(QString, damage);
+    QTemporaryDir dir;
+    QString folder = dir.filePath("config");
+    const QString file = folder + "/Verlis Preferences";
+    QVERIFY(QDir().mkpath(folder));
+    QFile f(file);
+    if (damage == "folder") {
+        QVERIFY(QDir().mkpath(file));
+    } else if (damage == "unwritable") {
+        folder = file + "/below-a-file"; // its parent is a plain file
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.close();
+    } else {
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        if (damage == "random")
+            for (int i = 0; i < 97; ++i)
+                f.putChar(char((i * 131 + 7) % 256));
+        if (damage == "short")
+            f.write(QByteArray::fromHex("0c0673797374656d0064"));
+        f.close();
+    }
+    auto dialogs = std::make_shared<FakeDialogs>();
+    App app({folder, QString(), {"Alpha"}, dialogs, [](int) {}});
+    app.Event_Open();
+    const Preferences &p = app.prefs;
+    QVERIFY(p.mainSize >= 1 && p.mainSize <= 64);
+    QVERIFY(p.MWWidth >= 480 && p.MWHeight >= 480);
+    QVERIFY(p.ColorText != p.ColorBack);
+    QVERIFY(!p.mainfont.isEmpty());
+    app.Quit(0);
+    QVERIFY(dialogs->messages.isEmpty());
+    if (damage == "folder")
+        QVERIFY(QFileInfo(file).isDir());
+    if (damage == "folder" || damage == "unwritable")
+        QCOMPARE(app.preferencesWrites(), 0);
+    else
+        QCOMPARE(QFileInfo(file).size(), 62 + qint64(p.mainfont.toUtf8().size()));
+}
+
+QTEST_MAIN(TestApp_)
+#include "tst_app.moc"

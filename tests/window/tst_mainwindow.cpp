@@ -1,0 +1,281 @@
+#include "bookfile.h"
+#include "menus/menubar1.h"
+#include "testapp.h"
+#include "window/layoutpass.h"
+#include "window/mainwindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+
+using namespace verlis;
+
+class TestMainWindow : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+
+    void controlsStartAsDeclared();
+    void layoutPassNumbers_data();
+    void layoutPassNumbers();
+    void rowHeightIsTruncated();
+    void lockedControlsFollowTheWindowToItsMinimum();
+    void makePoetryFillsLabelsAndFieldsAndShowsTheReadingPage();
+    void readTextReplacesTheBookButNotThePoemOnScreen();
+    void aFileThatCanNotBeReadEmptiesTheBook();
+    void appearanceFollowsSettingsAndHeight();
+    void moveRecordsOnlyAndResizeRunsThePasses();
+
+private:
+    QTemporaryDir m_dir;
+    std::unique_ptr<TestApp> m_t;
+    mainWindow *w = nullptr;
+    App *app = nullptr;
+};
+
+void TestMainWindow::initTestCase()
+{
+    const QString book = m_dir.filePath("Verlis.txt");
+    QVERIFY(writeBook(book, numberedBook()));
+    m_t = std::make_unique<TestApp>(book);
+    app = m_t->app.get();
+    app->Event_Open();
+    w = &app->window();
+    w->show();
+    QVERIFY(QTest::qWaitForWindowExposed(w));
+}
+
+void TestMainWindow::init()
+{
+    app->prefs = Preferences{};
+    normalisePreferences(app->prefs, mainWindow::Limits);
+    w->setClientGeometry(100, 100, 552, 516);
+    QTRY_COMPARE(w->Height(), 516);
+    w->readText(m_dir.filePath("Verlis.txt"));
+    w->makePBtn()->click();
+}
+
+void TestMainWindow::controlsStartAsDeclared()
+{
+    TestApp fresh;
+    mainWindow &d = fresh.app->window();
+    QCOMPARE(d.windowTitle(), QStringLiteral("詩篇"));
+    QCOMPARE(d.PagePanel1()->Value(), 0);
+    QCOMPARE(d.PagePanel1()->count(), 3);
+    QVERIFY(d.ReadTextBtn()->isHidden() && d.ReadTextBtn()->isEnabled());
+    QVERIFY(d.makePBtn()->isHidden() && !d.makePBtn()->isEnabled());
+    QCOMPARE(d.ReadTextBtn()->text(), QStringLiteral("読み込み"));
+    QCOMPARE(d.makePBtn()->text(), QStringLiteral("生成"));
+    for (int i = 0; i < 14; ++i) {
+        QCOMPARE(d.textLabel(i)->Index(), i);
+        QCOMPARE(d.textLabel(i)->Text(), QStringLiteral("名称未設定"));
+        QCOMPARE(d.textLabel(i)->TextColor(), Color(0x000000));
+        QVERIFY(d.textLabel(i)->Selectable());
+        QCOMPARE(d.LeftArrowLabel(i)->Text(), QStringLiteral("◀"));
+        QCOMPARE(d.rightArrowLabel(i)->Text(), QStringLiteral("▶"));
+        QCOMPARE(d.pageLabel(i)->Text(), QStringLiteral("0"));
+        for (Label *grey : {d.LeftArrowLabel(i), d.rightArrowLabel(i), d.pageLabel(i)})
+            QCOMPARE(grey->TextColor(), Color(0xBFBFBF));
+    }
+    QCOMPARE(d.textLabel(14), nullptr);
+    QCOMPARE(d.pageLabel(-1), nullptr);
+    QCOMPARE(d.resetBtn()->Index(), Label::NoIndex);
+    const QStringList words{d.numberBtn()->Text(), d.loadBtn()->Text(), d.shuffleBtn()->Text(),
+                            d.resetBtn()->Text()};
+    QCOMPARE(words, (QStringList{"number", "text", "shuffle", "reset"}));
+    QVERIFY(d.TextField1()->isReadOnly() && d.noField()->isReadOnly());
+    QCOMPARE(d.noField()->document()->defaultTextOption().alignment(), Qt::AlignRight);
+    QCOMPARE(d.TextField1()->BackColor(), Color(0xFFFFFF));
+    QCOMPARE(d.DefaultListbox()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+}
+
+void TestMainWindow::layoutPassNumbers_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("textWidth");
+    QTest::newRow("default 552 x 516") << 552 << 516 << 24 << 384;
+    QTest::newRow("minimum 480 x 480") << 480 << 480 << 22 << 312;
+    QTest::newRow("wide and tall") << 900 << 700 << 35 << 732;
+}
+
+void TestMainWindow::layoutPassNumbers()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(int, row);
+    QFETCH(int, textWidth);
+    w->setClientGeometry(100, 100, width, height);
+    QTRY_COMPARE(w->Width(), width);
+    QTRY_COMPARE(w->Height(), height);
+    const int offsets[] = {0, 1, 2, 3, 5, 6, 7, 8, 10, 11, 12, 14, 15, 16};
+    for (int i = 0; i < 14; ++i) {
+        const int top = 48 + offsets[i] * row;
+        QCOMPARE(w->controlRect(w->pageLabel(i)), QRect(48, top, 32, row));
+        QCOMPARE(w->controlRect(w->textLabel(i)), QRect(84, top, textWidth, row));
+        QCOMPARE(w->controlRect(w->LeftArrowLabel(i)), QRect(width - 84, top, 20, row));
+        QCOMPARE(w->controlRect(w->rightArrowLabel(i)), QRect(width - 64, top, 20, row));
+        QCOMPARE(w->LeftArrowLabel(i)->Text(), QStringLiteral("←"));
+        QCOMPARE(w->rightArrowLabel(i)->Text(), QStringLiteral("→"));
+    }
+    // The word labels keep their distance to the right edge.
+    QCOMPARE(w->controlRect(w->resetBtn()), QRect(width - 66, 16, 54, 20));
+    QCOMPARE(w->controlRect(w->numberBtn()), QRect(width - 246, 16, 54, 20));
+}
+
+void TestMainWindow::rowHeightIsTruncated()
+{
+    for (const auto &[height, row] : {std::pair{516, 24}, {515, 24}, {504, 24}, {503, 23}})
+        QCOMPARE(labelRowGeometry(552, height)[0].page.height(), row);
+    QCOMPARE(labelRowGeometry(552, 516)[13].page.bottom() + 1, 456);
+    // The pass gives the same result run again.
+    QCOMPARE(labelRowGeometry(600, 600)[7].text, labelRowGeometry(600, 600)[7].text);
+}
+
+void TestMainWindow::lockedControlsFollowTheWindowToItsMinimum()
+{
+    w->setClientGeometry(100, 100, 300, 300); // below the minimum
+    QTRY_COMPARE(w->Width(), 480);
+    QTRY_COMPARE(w->Height(), 480);
+    QCOMPARE(w->controlRect(w->PagePanel1()), QRect(12, 10, 456, 460));
+    QCOMPARE(w->controlRect(w->TextField1()), QRect(79, 34, 370, 412));
+    QCOMPARE(w->controlRect(w->noField()), QRect(20, 34, 40, 412));
+    QCOMPARE(w->controlRect(w->DefaultListbox()), QRect(46, 37, 388, 371));
+    w->PagePanel1()->setValue(mainWindow::ImportPage);
+    const int tenth = w->DefaultListbox()->viewport()->width() / 10;
+    QTRY_COMPARE(w->DefaultListbox()->columnWidth(0), tenth);
+    QCOMPARE(w->DefaultListbox()->columnWidth(1), tenth);
+}
+
+void TestMainWindow::makePoetryFillsLabelsAndFieldsAndShowsTheReadingPage()
+{
+    Selection &s = w->selection();
+    for (int i = 0; i < 14; ++i)
+        s.setWhatPage(i, qint8((i + 3) % 10));
+    w->PagePanel1()->setValue(mainWindow::ImportPage);
+    w->makePoetry();
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
+    const QStringList rows = w->TextField1()->Text().split(QChar(13));
+    const QStringList numbers = w->noField()->Text().split(QChar(13));
+    QCOMPARE(rows.size(), 17);
+    for (int i = 0; i < 14; ++i) {
+        const int page = (i + 3) % 10;
+        const QString line = QStringLiteral("%1-%2").arg(page + 1).arg(i + 1);
+        QCOMPARE(w->textLabel(i)->Text(), line);
+        QCOMPARE(w->pageLabel(i)->Text(), QString::number(page + 1));
+        QCOMPARE(rows[rowOfLine(i)], line);
+        QCOMPARE(numbers[rowOfLine(i)], QString::number(page + 1));
+    }
+    // From the label page the panel stays where it is.
+    w->PagePanel1()->setValue(mainWindow::LabelPage);
+    w->makePoetry();
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::LabelPage));
+}
+
+void TestMainWindow::readTextReplacesTheBookButNotThePoemOnScreen()
+{
+    w->selection().turnAllLines(Direction::Forwards);
+    w->makePoetry();
+    const QString onScreen = w->TextField1()->Text();
+    const QString other = m_dir.filePath("other.txt");
+    QVERIFY(writeBook(other, {"", "甲", "", "乙", "   ", "丙", "丁", "戊", "己", "庚", "辛", "壬",
+                              "癸", "子", "丑", "寅", "卯"}));
+    w->readText(other);
+    for (int i = 0; i < 14; ++i)
+        QCOMPARE(w->whatPage(i), qint8(0));
+    QCOMPARE(w->TextField1()->Text(), onScreen);
+    QCOMPARE(w->Line(0, 0), QStringLiteral("甲"));
+    QCOMPARE(w->Line(0, 2), QStringLiteral("   "));
+    QCOMPARE(w->Line(0, 13), QStringLiteral("寅"));
+    QCOMPARE(w->Line(1, 0), QStringLiteral("卯"));
+    QCOMPARE(w->Line(9, 13), QString());
+    Listbox *table = w->DefaultListbox();
+    QCOMPARE(table->ListCount(), 15);
+    QCOMPARE(table->Cell(14, 0), QStringLiteral("2"));
+    QCOMPARE(table->Cell(14, 1), QStringLiteral("1"));
+    QCOMPARE(table->item(14, 2)->textAlignment() & Qt::AlignHorizontal_Mask, int(Qt::AlignLeft));
+    QCOMPARE(table->item(14, 0)->textAlignment() & Qt::AlignHorizontal_Mask, int(Qt::AlignHCenter));
+    QVERIFY(w->makePBtn()->isEnabled());
+
+    // No file at all: only the selection goes back to the first page.
+    w->selection().turnLine(4, Direction::Forwards);
+    w->readText(std::nullopt);
+    QCOMPARE(w->whatPage(4), qint8(0));
+    QCOMPARE(table->ListCount(), 15);
+}
+
+void TestMainWindow::aFileThatCanNotBeReadEmptiesTheBook()
+{
+    for (const QString &bad : {m_dir.filePath("missing.txt"), m_dir.path()}) {
+        w->readText(m_dir.filePath("Verlis.txt"));
+        w->readText(bad);
+        QCOMPARE(w->DefaultListbox()->ListCount(), 0);
+        QVERIFY(!w->makePBtn()->isEnabled());
+        QCOMPARE(w->Line(0, 0), QString());
+    }
+    // The reading page can still be reached: 17 empty rows and the numbers.
+    w->makePoetry();
+    QCOMPARE(w->TextField1()->Text(), QString(16, QChar(13)));
+    QVERIFY(w->noField()->Text().startsWith(QStringLiteral("1\r1\r")));
+}
+
+void TestMainWindow::appearanceFollowsSettingsAndHeight()
+{
+    app->setAppearance();
+    QCOMPARE(w->TextField1()->height(), 448);
+    QCOMPARE(w->TextField1()->font().pointSizeF(), double(448.0f / 26.0f));
+    QCOMPARE(w->noField()->font().pointSizeF(), w->TextField1()->font().pointSizeF());
+    QVERIFY(w->noField()->isHidden());
+    QVERIFY(w->pageLabel(3)->isHidden());
+    QCOMPARE(QApplication::focusWidget(), w->TextField1());
+
+    app->prefs.BshowNumber = true;
+    app->prefs.mainSize = 30;
+    app->prefs.mainBold = true;
+    app->prefs.ColorText = 0x0000FF;
+    app->prefs.ColorBack = 0x102030;
+    app->setAppearance();
+    QVERIFY(!w->noField()->isHidden());
+    QVERIFY(!w->pageLabel(3)->isHidden());
+    QVERIFY(app->menuBar().item("menuShowNumber")->isChecked());
+    QVERIFY(app->menuBar().item("fontBold")->isChecked());
+    QCOMPARE(w->textLabel(0)->font().pointSizeF(), 30.0);
+    QVERIFY(w->textLabel(0)->font().bold() && w->TextField1()->font().bold());
+    // mainSize reaches the labels only; colours reach the fields and window only.
+    QCOMPARE(w->TextField1()->font().pointSizeF(), double(448.0f / 26.0f));
+    QCOMPARE(w->TextField1()->TextColor(), Color(0x0000FF));
+    QCOMPARE(w->noField()->BackColor(), Color(0x102030));
+    QCOMPARE(w->BackColor(), Color(0x102030));
+    QCOMPARE(w->textLabel(0)->TextColor(), Color(0x000000));
+    QCOMPARE(w->pageLabel(0)->TextColor(), Color(0xBFBFBF));
+
+    // Width alone leaves the size; height changes it.
+    w->setClientGeometry(100, 100, 700, 516);
+    QTRY_COMPARE(w->Width(), 700);
+    QCOMPARE(w->TextField1()->font().pointSizeF(), double(448.0f / 26.0f));
+    w->setClientGeometry(100, 100, 700, 600);
+    QTRY_COMPARE(w->Height(), 600);
+    QCOMPARE(w->TextField1()->font().pointSizeF(), double(532.0f / 26.0f));
+    QCOMPARE(QApplication::focusWidget(), w->TextField1());
+}
+
+void TestMainWindow::moveRecordsOnlyAndResizeRunsThePasses()
+{
+    app->prefs.mainItalic = true; // not yet applied: a move must not apply it
+    w->move(150, 160);
+    QTRY_COMPARE(app->prefs.MWLeft, qint16(w->Left()));
+    QCOMPARE(app->prefs.MWTop, qint16(w->Top()));
+    QVERIFY(!w->TextField1()->font().italic());
+
+    w->setClientGeometry(150, 160, 640, 500);
+    QTRY_COMPARE(app->prefs.MWWidth, qint16(640));
+    QCOMPARE(app->prefs.MWHeight, qint16(500));
+    QVERIFY(w->TextField1()->font().italic());
+    QCOMPARE(w->controlRect(w->textLabel(0)).width(), 640 - 168);
+}
+
+QTEST_MAIN(TestMainWindow)
+#include "tst_mainwindow.moc"
