@@ -1,0 +1,65 @@
+# Helpers for the end-to-end tests: the real program in a real X server.
+# Sourced by the scripts; scripts/xsession.sh has set DISPLAY and HOME.
+set -euo pipefail
+
+PROGRAM=${1:?usage: $0 path/to/verlis}
+PREFS="$HOME/.config/Verlis Preferences"
+FAILURES=0
+PASSES=0
+
+fail() { echo "FAIL: $*"; FAILURES=$((FAILURES + 1)); }
+pass() { PASSES=$((PASSES + 1)); }
+check() { # check "what" expected actual
+  if [ "$2" == "$3" ]; then pass; else fail "$1: expected [$2], got [$3]"; fi
+}
+
+# A copy of the program in a folder of its own, with the given book beside it
+# (or none): prints the folder.
+install_program() {
+  local dir
+  dir=$(mktemp -d)
+  cp "$PROGRAM" "$dir/verlis"
+  [ -n "${1:-}" ] && cp "$1" "$dir/Verlis.txt"
+  echo "$dir"
+}
+
+# Starts the program and waits for its window; sets APP_PID and WIN.
+start_program() {
+  "$1/verlis" &
+  APP_PID=$!
+  WIN=""
+  for _ in $(seq 200); do
+    WIN=$(xdotool search --onlyvisible --name '詩篇' 2>/dev/null | head -1 || true)
+    [ -n "$WIN" ] && break
+    sleep 0.05
+  done
+  [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
+  xdotool windowactivate --sync "$WIN" >/dev/null 2>&1 || true
+  sleep 0.4
+}
+
+# Waits for the program to end; prints its exit status.
+wait_exit() {
+  local status=0
+  for _ in $(seq 200); do kill -0 "$APP_PID" 2>/dev/null || break; sleep 0.05; done
+  if kill -0 "$APP_PID" 2>/dev/null; then
+    kill "$APP_PID"; fail "the program did not end"
+  fi
+  wait "$APP_PID" || status=$?
+  echo "$status"
+}
+
+keys() { xdotool key --delay 40 "$@"; sleep 0.15; }
+
+# The reading page as the clipboard gets it after select all and copy.
+copied_poem() {
+  printf '' | xclip -selection clipboard
+  keys ctrl+a ctrl+c
+  sleep 0.2
+  xclip -o -selection clipboard 2>/dev/null || true
+}
+
+finish() {
+  echo "$PASSES passed, $FAILURES failed"
+  [ "$FAILURES" -eq 0 ]
+}

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Starts the real program on its default book and without one, looks at the
+# window, saves a screenshot and closes it.
+source "$(dirname "$0")/lib.sh"
+here=$(cd "$(dirname "$0")" && pwd)
+out_dir=$(dirname "$PROGRAM")
+
+dir=$(install_program "$here/../../data/Verlis.txt")
+start_program "$dir"
+size=$(xwininfo -id "$WIN" | awk '/Width:/ {w=$2} /Height:/ {h=$2} END {print w "x" h}')
+bar=$((${size#*x} - 516))
+check "window width" 552 "${size%x*}"
+if [ "$bar" -ge 10 ] && [ "$bar" -le 60 ]; then pass; else fail "client height 516 below a menu bar: window is $size"; fi
+import -window root "$out_dir/e2e-start.png"
+first=$(copied_poem | head -4 | tr '\n' '|')
+check "first stanza of the default book" "$(grep -v '^$' "$here/../../data/Verlis.txt" | head -4 | tr '\n' '|')" "$first"
+keys alt+F4 # the window manager closes it, as with the close box
+check "exit status after closing" 0 "$(wait_exit)"
+
+# Without a book: the import page and no message.
+dir=$(install_program)
+start_program "$dir"
+check "windows of the program" 1 "$(xdotool search --onlyvisible --pid "$APP_PID" 2>/dev/null | wc -l)"
+import -window root "$out_dir/e2e-no-book.png"
+keys ctrl+q
+check "exit status after quitting" 0 "$(wait_exit)"
+finish

@@ -1,0 +1,249 @@
+#include "bookfile.h"
+#include "menus/commands.h"
+#include "menus/menubar1.h"
+#include "testapp.h"
+#include "window/mainwindow.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <QTest>
+
+using namespace verlis;
+
+class TestCommands : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+
+    void generateCommands_data();
+    void generateCommands();
+    void generateFromTheImportPageShowsThePoem();
+    void importEndsOnTheImportPageAlsoAfterACancel();
+    void aboutMessage();
+    void styleTogglesAndTheirCheckMarks();
+    void colourDialogs();
+    void fontChoiceAndSizeBounds();
+    void editCommandsActOnTheFocusedField();
+
+private:
+    void trigger(const QString &name, int index = 0);
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<TestApp> m_t;
+    App *app = nullptr;
+    mainWindow *w = nullptr;
+    FakeDialogs *dialogs = nullptr;
+};
+
+void TestCommands::initTestCase()
+{
+    QVERIFY(writeBook(m_dir.filePath("Verlis.txt"), numberedBook()));
+    m_t = std::make_unique<TestApp>(m_dir.filePath("Verlis.txt"));
+    app = m_t->app.get();
+    dialogs = m_t->dialogs.get();
+    app->Event_Open();
+    w = &app->window();
+    w->show();
+    QVERIFY(QTest::qWaitForWindowExposed(w));
+}
+
+void TestCommands::init()
+{
+    w->readText(m_dir.filePath("Verlis.txt"));
+    w->makePBtn()->click();
+    *dialogs = FakeDialogs();
+}
+
+// As a user would: the item must be usable, then it runs.
+void TestCommands::trigger(const QString &name, int index)
+{
+    QAction *item = app->menuBar().item(name, index);
+    QVERIFY2(item, qPrintable(name));
+    QVERIFY2(item->isEnabled(), qPrintable(name + " is not enabled"));
+    item->trigger();
+}
+
+void TestCommands::generateCommands_data()
+{
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QList<int>>("before");
+    QTest::addColumn<QList<int>>("after");
+    const QList<int> mixed{9, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+    QTest::newRow("next all") << "menuNextAllLine" << 0 << mixed
+                              << QList<int>{0, 4, 1, 6, 0, 2, 3, 4, 5, 6, 7, 8, 9, 0};
+    QTest::newRow("previous all") << "menuPrevAllLine" << 0 << mixed
+                                  << QList<int>{8, 2, 9, 4, 8, 0, 1, 2, 3, 4, 5, 6, 7, 8};
+    QTest::newRow("next line 14 wraps") << "menuNextLine" << 13 << mixed
+                                        << QList<int>{9, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 0};
+    QTest::newRow("previous line 3 wraps") << "menuPrevLine" << 2 << mixed
+                                           << QList<int>{9, 3, 9, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+    QTest::newRow("reset on line 1's page") << "menuReset" << 0 << mixed << QList<int>(14, 9);
+    QTest::newRow("reset twice changes nothing")
+        << "menuReset" << 0 << QList<int>(14, 4) << QList<int>(14, 4);
+}
+
+void TestCommands::generateCommands()
+{
+    QFETCH(QString, item);
+    QFETCH(int, index);
+    QFETCH(QList<int>, before);
+    QFETCH(QList<int>, after);
+    for (int i = 0; i < 14; ++i)
+        w->selection().setWhatPage(i, qint8(before[i]));
+    trigger(item, index);
+    QStringList expected;
+    for (int i = 0; i < 14; ++i) {
+        QCOMPARE(w->whatPage(i), qint8(after[i]));
+        expected << QStringLiteral("%1-%2").arg(after[i] + 1).arg(i + 1);
+    }
+    const QStringList rows = w->TextField1()->Text().split(QChar(13));
+    QCOMPARE(rows.mid(0, 4), expected.mid(0, 4));
+    QCOMPARE(rows.mid(14, 3), expected.mid(11, 3));
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
+}
+
+void TestCommands::generateFromTheImportPageShowsThePoem()
+{
+    trigger("menuInportText"); // cancelled: the import page shows
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
+    trigger("menuShuffle");
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
+    // A fresh draw each time: five draws in a row are never all the same poem.
+    QSet<QString> poems{w->TextField1()->Text()};
+    for (int n = 0; n < 4; ++n) {
+        trigger("menuShuffle");
+        poems << w->TextField1()->Text();
+    }
+    QVERIFY(poems.size() > 1);
+}
+
+void TestCommands::importEndsOnTheImportPageAlsoAfterACancel()
+{
+    trigger("menuNextAllLine");
+    const QString poem = w->TextField1()->Text();
+    dialogs->nextFiles.push_back(std::nullopt);
+    trigger("menuInportText");
+    QCOMPARE(dialogs->fileRequests.size(), 1);
+    const OpenFileRequest request = dialogs->fileRequests.first();
+    QCOMPARE(request.title, QStringLiteral("ファイル選択"));
+    QCOMPARE(request.prompt, QStringLiteral("読み込むファイルを選択してください。"));
+    QVERIFY(request.filter.startsWith(QStringLiteral("text/plain (")));
+    QVERIFY(request.filter.contains(QStringLiteral("*.txt")));
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
+    QCOMPARE(w->whatPage(0), qint8(1)); // the selection stays
+    QCOMPARE(w->DefaultListbox()->ListCount(), 140);
+
+    const QString other = m_dir.filePath("other.txt");
+    QVERIFY(writeBook(other, {"一", "二", "三"}));
+    dialogs->nextFiles.push_back(other);
+    trigger("menuInportText");
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
+    QCOMPARE(w->DefaultListbox()->ListCount(), 3);
+    QCOMPARE(w->whatPage(0), qint8(0));
+    QCOMPARE(w->TextField1()->Text(), poem); // not composed until a command runs
+    trigger("menuReset");
+    QVERIFY(w->TextField1()->Text().startsWith(QStringLiteral("一\r二\r三\r\r\r")));
+}
+
+void TestCommands::aboutMessage()
+{
+    trigger("aboutMenu");
+    QCOMPARE(dialogs->messages.size(), 1);
+    const QString expected = QStringLiteral("Verlis 0.3.0\r© 2026 - %1 Verlis").arg(app->buildYear());
+    QCOMPARE(dialogs->messages.first(), expected);
+    QVERIFY(app->buildYear() >= 2026);
+}
+
+void TestCommands::styleTogglesAndTheirCheckMarks()
+{
+    const struct {
+        const char *item;
+        bool Preferences::*setting;
+    } toggles[] = {{"fontBold", &Preferences::mainBold},
+                   {"fontItalic", &Preferences::mainItalic},
+                   {"fontUnderline", &Preferences::mainUnderline},
+                   {"menuShowNumber", &Preferences::BshowNumber}};
+    for (const auto &toggle : toggles) {
+        const bool start = app->prefs.*toggle.setting;
+        trigger(toggle.item);
+        QCOMPARE(app->prefs.*toggle.setting, !start);
+        QCOMPARE(app->menuBar().item(toggle.item)->isChecked(), !start);
+        trigger(toggle.item);
+        QCOMPARE(app->prefs.*toggle.setting, start);
+        QCOMPARE(app->menuBar().item(toggle.item)->isChecked(), start);
+    }
+    trigger("fontUnderline");
+    QVERIFY(w->TextField1()->font().underline());
+    QVERIFY(w->textLabel(0)->font().underline());
+    trigger("fontUnderline");
+    QCOMPARE(app->preferencesWrites(), 0); // saved only at the end
+}
+
+void TestCommands::colourDialogs()
+{
+    app->prefs.ColorText = 0x000000;
+    dialogs->nextColors.push_back(std::nullopt);
+    trigger("fontColor");
+    QCOMPARE(dialogs->colorPrompts.last(), QStringLiteral("文字の色を選択してください。"));
+    QCOMPARE(app->prefs.ColorText, Color(0x000000));
+
+    dialogs->nextColors.push_back(Color(0xAA3300));
+    trigger("fontColor");
+    QCOMPARE(app->prefs.ColorText, Color(0xAA3300));
+    QCOMPARE(w->TextField1()->TextColor(), Color(0xAA3300));
+
+    // Confirming without a change still applies the settings.
+    app->prefs.mainItalic = true;
+    dialogs->nextColors.push_back(app->prefs.ColorBack);
+    trigger("menuBackColor");
+    QCOMPARE(dialogs->colorPrompts.last(), QStringLiteral("背景の色を選択してください。"));
+    QVERIFY(w->TextField1()->font().italic());
+    dialogs->nextColors.push_back(Color(0x203040));
+    trigger("menuBackColor");
+    QCOMPARE(w->BackColor(), Color(0x203040));
+    QCOMPARE(w->noField()->BackColor(), Color(0x203040));
+    app->prefs.mainItalic = false;
+    app->prefs.ColorText = 0x000000;
+    app->prefs.ColorBack = 0xFFFFFF;
+    app->setAppearance();
+}
+
+void TestCommands::fontChoiceAndSizeBounds()
+{
+    trigger("fontName", 1);
+    QCOMPARE(app->prefs.mainfont, QStringLiteral("Beta"));
+    QCOMPARE(w->TextField1()->textStyle().TextFont, QStringLiteral("Beta"));
+    QCOMPARE(w->pageLabel(0)->textStyle().TextFont, QStringLiteral("Beta"));
+
+    MenuCommands &commands = app->commands();
+    app->prefs.mainSize = 64;
+    commands._fontLarger_Action();
+    QCOMPARE(app->prefs.mainSize, quint8(64));
+    app->prefs.mainSize = 7;
+    commands._fontSmaller_Action();
+    QCOMPARE(app->prefs.mainSize, quint8(7));
+    app->prefs.mainSize = 3;
+    commands._fontSmaller_Action();
+    QCOMPARE(app->prefs.mainSize, quint8(7));
+    commands._fontLarger_Action();
+    QCOMPARE(app->prefs.mainSize, quint8(8));
+    QCOMPARE(w->textLabel(0)->font().pointSizeF(), 8.0);
+}
+
+void TestCommands::editCommandsActOnTheFocusedField()
+{
+    w->TextField1()->setFocus();
+    QTRY_VERIFY(app->menuBar().item("EditSelectAll")->isEnabled());
+    trigger("EditSelectAll");
+    QCOMPARE(w->TextField1()->textCursor().selectedText().size(),
+             w->TextField1()->Text().size());
+    trigger("EditCopy");
+    QVERIFY(!app->menuBar().item("EditPaste")->isEnabled());
+    w->PagePanel1()->setValue(mainWindow::ImportPage);
+    QVERIFY(!app->menuBar().item("EditCopy")->isEnabled());
+}
+
+QTEST_MAIN(TestCommands)
+#include "tst_commands.moc"
