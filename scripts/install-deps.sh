@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake pkg-config
   qt6-base-dev qt6-qpa-plugins libgl-dev
+  qt6-translations-l10n   # the toolkit's dialogs in Japanese
   libuchardet-dev
   libbenchmark-dev
   # a real X server for the end-to-end tests

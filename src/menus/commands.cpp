@@ -200,15 +200,19 @@ bool MenuCommands::_aboutMenu_Action()
 
 bool MenuCommands::_EditCopy_Action()
 {
-    if (TextField *field = focusedReadingField(m_window))
+    if (TextField *field = focusedReadingField(m_window)) {
+        field->applyPendingText();
         field->copy();
+    }
     return true;
 }
 
 bool MenuCommands::_EditSelectAll_Action()
 {
-    if (TextField *field = focusedReadingField(m_window))
+    if (TextField *field = focusedReadingField(m_window)) {
+        field->applyPendingText();
         field->selectAll();
+    }
     return true;
 }
 

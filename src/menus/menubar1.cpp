@@ -22,9 +22,6 @@ public:
     }
 };
 
-const char *const IndexProperty = "Index";
-const char *const ShortcutProperty = "KeyboardShortcut";
-
 QString escapeMnemonic(QString text) { return text.replace(QLatin1Char('&'), QStringLiteral("&&")); }
 
 } // namespace
@@ -56,20 +53,22 @@ MenuBar1::MenuBar1(QWidget *parent) : QMenuBar(parent)
 
 QAction *MenuBar1::createItem(QMenu *parent, const MenuEntry &entry, int index)
 {
-    QAction *action = entry.kind == ItemKind::Separator ? parent->addSeparator()
-                                                        : parent->addAction(QString());
+    // Set up before it joins the menu: the menu then hears of it once.
+    auto *action = new MenuItem(parent);
     action->setObjectName(QString::fromUtf8(entry.name));
     action->setMenuRole(entry.role == ItemRole::Quit    ? QAction::QuitRole
                         : entry.role == ItemRole::About ? QAction::AboutRole
                                                         : QAction::NoRole);
-    if (entry.kind == ItemKind::ArrayItem)
-        action->setProperty(IndexProperty, index);
-    if (entry.kind != ItemKind::Separator) {
+    action->index = index;
+    if (entry.kind == ItemKind::Separator) {
+        action->setSeparator(true);
+    } else {
         setText(action, QString::fromUtf8(entry.text));
         setKeyboardShortcut(action, QString::fromUtf8(entry.shortcut));
         action->setCheckable(entry.role == ItemRole::Checkable);
         connect(action, &QAction::triggered, this, [this, action] { dispatch(action); });
     }
+    parent->addAction(action);
     m_items[action->objectName()].append(action);
     return action;
 }
@@ -109,8 +108,8 @@ void MenuBar1::dispatch(QAction *item)
 
 int MenuBar1::Index(const QAction *item)
 {
-    const QVariant index = item->property(IndexProperty);
-    return index.isValid() ? index.toInt() : 0;
+    const auto *menuItem = qobject_cast<const MenuItem *>(item);
+    return menuItem ? menuItem->index : 0;
 }
 
 QString MenuBar1::Text(const QAction *item)
@@ -122,13 +121,16 @@ void MenuBar1::setText(QAction *item, const QString &text) { item->setText(escap
 
 QString MenuBar1::KeyboardShortcut(const QAction *item)
 {
-    return item->property(ShortcutProperty).toString();
+    const auto *menuItem = qobject_cast<const MenuItem *>(item);
+    return menuItem ? menuItem->keyboardShortcut : QString();
 }
 
 void MenuBar1::setKeyboardShortcut(QAction *item, const QString &shortcut)
 {
-    item->setProperty(ShortcutProperty, shortcut);
-    item->setShortcut(keySequenceFor(shortcut));
+    if (auto *menuItem = qobject_cast<MenuItem *>(item))
+        menuItem->keyboardShortcut = shortcut;
+    if (!shortcut.isEmpty() || !item->shortcut().isEmpty())
+        item->setShortcut(keySequenceFor(shortcut));
 }
 
 } // namespace verlis

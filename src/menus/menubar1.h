@@ -1,16 +1,26 @@
 #pragma once
 
+#include <QAction>
 #include <QHash>
 #include <QMenuBar>
 
 #include <functional>
 
-class QAction;
 class QMenu;
 
 namespace verlis {
 
 struct MenuEntry;
+
+// An item of the menu tree: a command with its Index in its array (0 for
+// items outside one) and its key equivalent as the menus write it.
+class MenuItem : public QAction {
+    Q_OBJECT
+public:
+    using QAction::QAction;
+    int index = 0;
+    QString keyboardShortcut;
+};
 
 // The one menu tree, built from the table of menus. Items are found by
 // name, and members of the three item arrays by name and Index. Commands

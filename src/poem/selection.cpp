@@ -1,21 +1,37 @@
 #include "selection.h"
 
+#include <QRandomGenerator>
+
 #include <random>
 
 namespace verlis {
 
 namespace {
 
-// A fresh source for every command, seeded anew, so that two draws in a row
-// never replay one sequence.
-std::mt19937 newRandom()
-{
-    std::random_device device;
-    std::seed_seq seed{device(), device(), device(), device()};
-    return std::mt19937(seed);
-}
+// A fresh source for every command, seeded anew from the system, so that two
+// draws in a row never replay one sequence. SplitMix64: small state, cheap
+// to seed, and plenty for drawing one of ten pages.
+class FreshRandom {
+public:
+    using result_type = quint64;
+    static constexpr result_type min() { return 0; }
+    static constexpr result_type max() { return ~result_type(0); }
 
-int inRange(std::mt19937 &random, int low, int high)
+    FreshRandom() : m_state(QRandomGenerator::system()->generate64()) {}
+
+    result_type operator()()
+    {
+        quint64 z = (m_state += 0x9E3779B97F4A7C15ull);
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+        return z ^ (z >> 31);
+    }
+
+private:
+    quint64 m_state;
+};
+
+int inRange(FreshRandom &random, int low, int high)
 {
     return std::uniform_int_distribution<int>(low, high)(random);
 }
@@ -51,14 +67,14 @@ void Selection::resetSelection()
 
 void Selection::shuffleSelection()
 {
-    auto random = newRandom();
+    FreshRandom random;
     for (auto &page : m_pages)
         page = qint8(inRange(random, 0, 9));
 }
 
 void Selection::shuffleLine(int line)
 {
-    auto random = newRandom();
+    FreshRandom random;
     m_pages[line] = qint8(inRange(random, 0, 9));
 }
 

@@ -1,5 +1,4 @@
-#include "shell/app.h"
-#include "window/mainwindow.h"
+#include "shell/startup.h"
 
 #include <QApplication>
 
@@ -7,8 +6,7 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Verlis"));
-    verlis::App app(verlis::Environment::system());
-    app.Event_Open();
-    app.window().show();
+    verlis::installToolkitTranslations(application);
+    const auto app = verlis::startVerlis(verlis::Environment::system());
     return application.exec();
 }

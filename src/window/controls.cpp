@@ -82,9 +82,51 @@ TextField::TextField(QWidget *parent) : QTextEdit(parent)
 
 void TextField::setText(const QString &text)
 {
+    if (text == m_text)
+        return;
     m_text = text;
-    setPlainText(QString(text).replace(QChar(13), QChar('\n')));
-    applyRowHeight(true);
+    m_textPending = true;
+    viewport()->update();
+}
+
+void TextField::applyPendingText()
+{
+    if (!m_textPending)
+        return;
+    m_textPending = false;
+    // One edit, one layout: the rows take their height as the text goes in.
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    cursor.select(QTextCursor::Document);
+    cursor.removeSelectedText();
+    cursor.setBlockFormat(rowFormat());
+    cursor.insertText(QString(m_text).replace(QChar(13), QChar('\n')));
+    cursor.endEditBlock();
+}
+
+bool TextField::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::Paint)
+        applyPendingText();
+    return QTextEdit::viewportEvent(event);
+}
+
+void TextField::keyPressEvent(QKeyEvent *event)
+{
+    applyPendingText();
+    QTextEdit::keyPressEvent(event);
+}
+
+void TextField::mousePressEvent(QMouseEvent *event)
+{
+    applyPendingText();
+    QTextEdit::mousePressEvent(event);
+}
+
+void TextField::focusInEvent(QFocusEvent *event)
+{
+    applyPendingText();
+    QTextEdit::focusInEvent(event);
 }
 
 void TextField::setTextStyle(const TextStyle &style)
@@ -116,21 +158,26 @@ void TextField::setRightAligned(bool right)
 void TextField::resizeEvent(QResizeEvent *event)
 {
     QTextEdit::resizeEvent(event);
-    applyRowHeight(false);
+    applyRowHeight();
 }
 
-void TextField::applyRowHeight(bool force)
+QTextBlockFormat TextField::rowFormat() const
+{
+    QTextBlockFormat format;
+    format.setLineHeight(m_rowHeight, QTextBlockFormat::FixedHeight);
+    return format;
+}
+
+void TextField::applyRowHeight()
 {
     const int usable = viewport()->height() - 2 * int(document()->documentMargin());
     const int rowHeight = qMax(1, usable / Rows);
-    if (!force && rowHeight == m_rowHeight)
+    if (rowHeight == m_rowHeight)
         return;
     m_rowHeight = rowHeight;
-    QTextBlockFormat format;
-    format.setLineHeight(rowHeight, QTextBlockFormat::FixedHeight);
     QTextCursor cursor(document());
     cursor.select(QTextCursor::Document);
-    cursor.mergeBlockFormat(format);
+    cursor.mergeBlockFormat(rowFormat());
 }
 
 PagePanel::PagePanel(int pageCount, QWidget *parent) : QStackedWidget(parent)
@@ -141,9 +188,11 @@ PagePanel::PagePanel(int pageCount, QWidget *parent) : QStackedWidget(parent)
 }
 
 Listbox::Listbox(const QStringList &headings, QWidget *parent)
-    : QTableWidget(0, int(headings.size()), parent),
-      m_columnAlignment(headings.size(), Centred)
+    : QTableWidget(parent), m_columnAlignment(headings.size(), Centred)
 {
+    // Columns added after construction, so that measuring the header waits
+    // until the table is on screen.
+    setColumnCount(int(headings.size()));
     setHorizontalHeaderLabels(headings);
     verticalHeader()->hide();
     horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -161,10 +210,17 @@ Listbox::Listbox(const QStringList &headings, QWidget *parent)
 
 int Listbox::AddRow(const QString &firstCell)
 {
-    const int row = rowCount();
-    insertRow(row);
+    if (m_rowsUsed >= rowCount())
+        setRowCount(m_rowsUsed + 1);
+    const int row = m_rowsUsed++;
     setCell(row, 0, firstCell);
     return row;
+}
+
+void Listbox::reserveRows(int count)
+{
+    if (m_rowsUsed + count > rowCount())
+        setRowCount(m_rowsUsed + count);
 }
 
 QString Listbox::Cell(int row, int column) const
@@ -197,6 +253,25 @@ void Listbox::resizeEvent(QResizeEvent *event)
 {
     QTableWidget::resizeEvent(event);
     fitColumns();
+}
+
+// A table on a page that isn't showing has nothing to lay out: its header
+// and scroll bars are measured when it comes on screen.
+void Listbox::updateGeometries()
+{
+    if (!isVisible()) {
+        m_geometriesPending = true;
+        return;
+    }
+    m_geometriesPending = false;
+    QTableWidget::updateGeometries();
+}
+
+void Listbox::showEvent(QShowEvent *event)
+{
+    QTableWidget::showEvent(event);
+    if (m_geometriesPending)
+        updateGeometries();
 }
 
 void Listbox::fitColumns()

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QStackedWidget>
 #include <QTableWidget>
+#include <QTextBlockFormat>
 #include <QTextEdit>
 
 #include <climits>
@@ -52,7 +53,9 @@ private:
 
 // A read-only field of several rows. Its text holds Chr(13) between rows,
 // and every row has the same height, so that two fields side by side keep
-// their rows level.
+// their rows level. A new text is laid out when the field is painted or
+// used, not when it is set: a command that changes the poem costs no
+// text shaping until the poem is on screen.
 class TextField : public QTextEdit {
     Q_OBJECT
 public:
@@ -62,6 +65,8 @@ public:
 
     QString Text() const { return m_text; }
     void setText(const QString &text);
+    // Puts a text set since the last layout into the document.
+    void applyPendingText();
 
     const TextStyle &textStyle() const { return m_style; }
     void setTextStyle(const TextStyle &style);
@@ -74,12 +79,18 @@ public:
     int rowHeight() const { return m_rowHeight; }
 
 protected:
+    bool viewportEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void applyRowHeight(bool force);
+    QTextBlockFormat rowFormat() const;
+    void applyRowHeight();
 
     QString m_text;
+    bool m_textPending = false;
     TextStyle m_style;
     int m_rowHeight = 0;
 };
@@ -103,9 +114,15 @@ public:
 
     explicit Listbox(const QStringList &headings, QWidget *parent = nullptr);
 
-    void DeleteAllRows() { setRowCount(0); }
+    void DeleteAllRows()
+    {
+        setRowCount(0);
+        m_rowsUsed = 0;
+    }
     int AddRow(const QString &firstCell);
-    int ListCount() const { return rowCount(); }
+    // Room for `count` more rows in one step, before a run of AddRow.
+    void reserveRows(int count);
+    int ListCount() const { return m_rowsUsed; }
     QString Cell(int row, int column) const;
     void setCell(int row, int column, const QString &text);
     void setColumnAlignment(int column, Alignment alignment);
@@ -113,10 +130,14 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void updateGeometries() override;
 
 private:
     void fitColumns();
     QList<Alignment> m_columnAlignment;
+    int m_rowsUsed = 0;
+    bool m_geometriesPending = false;
 };
 
 } // namespace verlis

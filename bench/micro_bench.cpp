@@ -1,0 +1,216 @@
+// Commands, import and the font list, on the offscreen platform.
+#include "menus/commands.h"
+#include "menus/enabling.h"
+#include "menus/menubar1.h"
+#include "poem/textimport.h"
+#include "shell/app.h"
+#include "window/mainwindow.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QMenu>
+#include <QStringEncoder>
+#include <QTemporaryDir>
+
+using namespace verlis;
+
+namespace {
+
+const QString DefaultBook = QStringLiteral(VERLIS_SOURCE_DIR "/data/Verlis.txt");
+
+QStringList manyFonts(int count)
+{
+    QStringList fonts;
+    for (int i = 0; i < count; ++i)
+        fonts << QStringLiteral("Font Family %1").arg(i);
+    return fonts;
+}
+
+std::unique_ptr<App> newApp(const QStringList &fonts = {QStringLiteral("Sans")})
+{
+    Environment env{QString(), DefaultBook, fonts, nullptr, [](int) {}};
+    auto app = std::make_unique<App>(std::move(env));
+    app->Event_Open();
+    app->window().show();
+    QApplication::processEvents();
+    return app;
+}
+
+// Made at the first use and gone before the QApplication.
+std::unique_ptr<App> theSharedApp;
+
+App &sharedApp()
+{
+    if (!theSharedApp)
+        theSharedApp = newApp();
+    return *theSharedApp;
+}
+
+void runCommand(benchmark::State &state, bool (MenuCommands::*command)(), bool repaint)
+{
+    App &app = sharedApp();
+    MenuCommands &commands = app.commands();
+    QWidget *page = app.window().PagePanel1()->currentWidget();
+    for (auto _ : state) {
+        (commands.*command)();
+        if (repaint)
+            page->repaint();
+    }
+}
+
+bool turnLineSix(MenuCommands &commands) { return commands._menuNextLine_Action(6); }
+
+void BM_NextAllLine(benchmark::State &s) { runCommand(s, &MenuCommands::_menuNextAllLine_Action, false); }
+void BM_Shuffle(benchmark::State &s) { runCommand(s, &MenuCommands::_menuShuffle_Action, false); }
+void BM_NextAllLineRepaint(benchmark::State &s) { runCommand(s, &MenuCommands::_menuNextAllLine_Action, true); }
+void BM_ShuffleRepaint(benchmark::State &s) { runCommand(s, &MenuCommands::_menuShuffle_Action, true); }
+
+void BM_TurnOneLine(benchmark::State &state)
+{
+    MenuCommands &commands = sharedApp().commands();
+    for (auto _ : state)
+        turnLineSix(commands);
+}
+
+void BM_TurnOneLineRepaint(benchmark::State &state)
+{
+    App &app = sharedApp();
+    MenuCommands &commands = app.commands();
+    QWidget *page = app.window().PagePanel1()->currentWidget();
+    for (auto _ : state) {
+        turnLineSix(commands);
+        page->repaint();
+    }
+}
+
+// Book files, written once.
+struct Books {
+    QTemporaryDir dir;
+    QString utf8, shiftJis, huge, longLines;
+
+    Books()
+    {
+        QFile source(DefaultBook);
+        source.open(QIODevice::ReadOnly);
+        const QByteArray book = source.readAll();
+        utf8 = write("utf8.txt", book);
+        QStringEncoder toShiftJis("windows-31j");
+        shiftJis = write("sjis.txt", toShiftJis.encode(QString::fromUtf8(book)));
+
+        QFile file(dir.filePath("huge.txt"));
+        file.open(QIODevice::WriteOnly);
+        file.write(book);
+        const QByteArray filler = QByteArray(1023, 'x') + '\n';
+        for (int i = 0; i < 100 * 1024; ++i) // 100 MB after the book
+            file.write(filler);
+        huge = file.fileName();
+
+        QFile wide(dir.filePath("long.txt"));
+        wide.open(QIODevice::WriteOnly);
+        const QByteArray line = QString(100 * 1024 / 3, QChar(0x6625)).toUtf8() + '\n';
+        for (int i = 0; i < 140; ++i)
+            wide.write(line);
+        longLines = wide.fileName();
+    }
+
+    QString write(const char *name, const QByteArray &bytes)
+    {
+        QFile file(dir.filePath(QString::fromLatin1(name)));
+        file.open(QIODevice::WriteOnly);
+        file.write(bytes);
+        return file.fileName();
+    }
+};
+
+Books &books()
+{
+    static Books b;
+    return b;
+}
+
+void importFile(benchmark::State &state, const QString &path)
+{
+    for (auto _ : state) {
+        BookFile read = readBookFile(path);
+        if (read.lines.size() != 140)
+            state.SkipWithError("the book was not read whole");
+        benchmark::DoNotOptimize(read);
+    }
+}
+
+void BM_ImportUtf8(benchmark::State &s) { importFile(s, books().utf8); }
+void BM_ImportShiftJis(benchmark::State &s) { importFile(s, books().shiftJis); }
+void BM_Import100MB(benchmark::State &s) { importFile(s, books().huge); }
+void BM_Import140LinesOf100KB(benchmark::State &s) { importFile(s, books().longLines); }
+
+// The whole import command's work on the window: the read and the table.
+void BM_ReadTextIntoWindow(benchmark::State &state)
+{
+    mainWindow &w = sharedApp().window();
+    for (auto _ : state)
+        w.readText(books().utf8);
+}
+
+void BM_FontMenu3000(benchmark::State &state)
+{
+    const QStringList fonts = manyFonts(3000);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto app = std::make_unique<App>(Environment{QString(), QString(), fonts, nullptr, [](int) {}});
+        app->window();
+        state.ResumeTiming();
+        app->makeFontMenu();
+        EnableMenuItems(app->menuBar(), mainWindow::ReadingPage);
+        state.PauseTiming();
+        app.reset();
+        state.ResumeTiming();
+    }
+}
+
+void BM_FontMenuFirstOpen3000(benchmark::State &state)
+{
+    const QStringList fonts = manyFonts(3000);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto app = newApp(fonts);
+        QMenu *menu = app->menuBar().menu(QStringLiteral("hyoujiFont"));
+        state.ResumeTiming();
+        menu->popup(QPoint(100, 100));
+        menu->repaint();
+        state.PauseTiming();
+        menu->hide();
+        app.reset();
+        state.ResumeTiming();
+    }
+}
+
+} // namespace
+
+BENCHMARK(BM_NextAllLine)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Shuffle)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_TurnOneLine)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_NextAllLineRepaint)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ShuffleRepaint)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_TurnOneLineRepaint)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ImportUtf8)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ImportShiftJis)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Import100MB)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Import140LinesOf100KB)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ReadTextIntoWindow)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_FontMenu3000)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(BM_FontMenuFirstOpen3000)->Unit(benchmark::kMillisecond)->Iterations(10);
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    theSharedApp.reset();
+    return 0;
+}

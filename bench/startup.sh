@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Runs the program's start and the reference window alternately, each until
+# its first paint, and reports median wall time and peak memory of each.
+set -euo pipefail
+dir=${1:?usage: startup.sh BENCH_DIR [RUNS]}
+runs=${2:-15}
+
+declare -A times rss
+run_once() { # run_once NAME EXECUTABLE
+  local start end out
+  start=$(date +%s%N)
+  out=$(timeout 30 "$2" 2>/dev/null) || { echo "$1 did not reach its first paint" >&2; exit 1; }
+  end=$(date +%s%N)
+  times[$1]+="$(((end - start) / 1000)) "
+  rss[$1]+="$(echo "$out" | sed -n 's/^peak_rss_kib=//p') "
+}
+
+# One of each first, not counted: both find the font caches warm.
+timeout 30 "$dir/reference_window" >/dev/null 2>&1 || true
+timeout 30 "$dir/startup_bench" >/dev/null 2>&1 || true
+for _ in $(seq "$runs"); do
+  run_once reference "$dir/reference_window"
+  run_once verlis "$dir/startup_bench"
+done
+
+median() { tr ' ' '\n' | grep -v '^$' | sort -n | awk '{a[NR]=$1} END {print (NR % 2) ? a[(NR+1)/2] : (a[NR/2] + a[NR/2+1]) / 2}'; }
+ref_t=$(echo "${times[reference]}" | median)
+app_t=$(echo "${times[verlis]}" | median)
+ref_m=$(echo "${rss[reference]}" | median)
+app_m=$(echo "${rss[verlis]}" | median)
+echo "Start-up to first paint, $runs runs each, alternating:"
+printf '  %-20s median %8.1f ms   peak memory %8.1f MiB\n' reference "$(echo "$ref_t / 1000" | bc -l)" "$(echo "$ref_m / 1024" | bc -l)"
+printf '  %-20s median %8.1f ms   peak memory %8.1f MiB\n' verlis "$(echo "$app_t / 1000" | bc -l)" "$(echo "$app_m / 1024" | bc -l)"
+printf '  ratio of medians %.3f (target at most 1.25); memory difference %+.1f MiB (target at most +8)\n' \
+  "$(echo "$app_t / $ref_t" | bc -l)" "$(echo "($app_m - $ref_m) / 1024" | bc -l)"
