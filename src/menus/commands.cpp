@@ -137,46 +137,42 @@ bool MenuCommands::_menuBackColor_Action()
     return chooseColor(m_app.prefs.ColorBack, QStringLiteral("背景の色を選択してください。"));
 }
 
+template <typename Change>
+bool MenuCommands::changeSelection(Change change)
+{
+    change(m_window.selection());
+    m_window.makePoetry(); // once, also when every line changed
+    return true;
+}
+
 bool MenuCommands::_menuShuffle_Action()
 {
-    m_window.selection().shuffleSelection();
-    m_window.makePoetry();
-    return true;
+    return changeSelection([](Selection &s) { s.shuffleSelection(); });
 }
 
 bool MenuCommands::_menuReset_Action()
 {
-    m_window.selection().resetSelection();
-    m_window.makePoetry();
-    return true;
+    return changeSelection([](Selection &s) { s.resetSelection(); });
 }
 
 bool MenuCommands::_menuNextAllLine_Action()
 {
-    m_window.selection().turnAllLines(Direction::Forwards);
-    m_window.makePoetry();
-    return true;
+    return changeSelection([](Selection &s) { s.turnAllLines(Direction::Forwards); });
 }
 
 bool MenuCommands::_menuNextLine_Action(int index)
 {
-    m_window.selection().turnLine(index, Direction::Forwards);
-    m_window.makePoetry();
-    return true;
+    return changeSelection([index](Selection &s) { s.turnLine(index, Direction::Forwards); });
 }
 
 bool MenuCommands::_menuPrevAllLine_Action()
 {
-    m_window.selection().turnAllLines(Direction::Backwards);
-    m_window.makePoetry();
-    return true;
+    return changeSelection([](Selection &s) { s.turnAllLines(Direction::Backwards); });
 }
 
 bool MenuCommands::_menuPrevLine_Action(int index)
 {
-    m_window.selection().turnLine(index, Direction::Backwards);
-    m_window.makePoetry();
-    return true;
+    return changeSelection([index](Selection &s) { s.turnLine(index, Direction::Backwards); });
 }
 
 bool MenuCommands::_menuInportText_Action()

@@ -46,6 +46,8 @@ public:
     QString aboutText() const;
 
 private:
+    template <typename Change>
+    bool changeSelection(Change change);
     bool toggle(bool &setting);
     bool chooseColor(quint32 &setting, const QString &prompt);
 

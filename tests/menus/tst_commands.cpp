@@ -18,7 +18,6 @@ private slots:
 
     void generateCommands_data();
     void generateCommands();
-    void generateFromTheImportPageShowsThePoem();
     void importEndsOnTheImportPageAlsoAfterACancel();
     void aboutMessage();
     void styleTogglesAndTheirCheckMarks();
@@ -38,13 +37,11 @@ private:
 
 void TestCommands::initTestCase()
 {
-    QVERIFY(writeBook(m_dir.filePath("Verlis.txt"), numberedBook()));
-    m_t = std::make_unique<TestApp>(m_dir.filePath("Verlis.txt"));
+    m_t = TestApp::started(m_dir, numberedBook());
+    QVERIFY(m_t);
     app = m_t->app.get();
     dialogs = m_t->dialogs.get();
-    app->Event_Open();
     w = &app->window();
-    w->show();
     QVERIFY(QTest::qWaitForWindowExposed(w));
 }
 
@@ -104,21 +101,6 @@ void TestCommands::generateCommands()
     QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
 }
 
-void TestCommands::generateFromTheImportPageShowsThePoem()
-{
-    trigger("menuInportText"); // cancelled: the import page shows
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
-    trigger("menuShuffle");
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
-    // A fresh draw each time: five draws in a row are never all the same poem.
-    QSet<QString> poems{w->TextField1()->Text()};
-    for (int n = 0; n < 4; ++n) {
-        trigger("menuShuffle");
-        poems << w->TextField1()->Text();
-    }
-    QVERIFY(poems.size() > 1);
-}
-
 void TestCommands::importEndsOnTheImportPageAlsoAfterACancel()
 {
     trigger("menuNextAllLine");
@@ -174,10 +156,6 @@ void TestCommands::styleTogglesAndTheirCheckMarks()
         QCOMPARE(app->prefs.*toggle.setting, start);
         QCOMPARE(app->menuBar().item(toggle.item)->isChecked(), start);
     }
-    trigger("fontUnderline");
-    QVERIFY(w->TextField1()->font().underline());
-    QVERIFY(w->textLabel(0)->font().underline());
-    trigger("fontUnderline");
     QCOMPARE(app->preferencesWrites(), 0); // saved only at the end
 }
 
@@ -204,10 +182,6 @@ void TestCommands::colourDialogs()
     trigger("menuBackColor");
     QCOMPARE(w->BackColor(), Color(0x203040));
     QCOMPARE(w->noField()->BackColor(), Color(0x203040));
-    app->prefs.mainItalic = false;
-    app->prefs.ColorText = 0x000000;
-    app->prefs.ColorBack = 0xFFFFFF;
-    app->setAppearance();
 }
 
 void TestCommands::fontChoiceAndSizeBounds()

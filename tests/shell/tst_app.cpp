@@ -28,12 +28,9 @@ private slots:
 void TestApp_::startWithDefaultBookShowsTheFirstPoem()
 {
     QTemporaryDir dir;
-    const QString book = dir.filePath("Verlis.txt");
-    QVERIFY(writeBook(book, numberedBook()));
-    TestApp t(book);
-    t.app->Event_Open();
-    mainWindow &w = t.app->window();
-    w.show();
+    const auto t = TestApp::started(dir, numberedBook());
+    QVERIFY(t);
+    mainWindow &w = t->app->window();
     QCOMPARE(w.PagePanel1()->Value(), int(mainWindow::ReadingPage));
     // The window's opening empties the label rows before the book is
     // composed, never after: the poem stands in the labels too.
@@ -46,8 +43,8 @@ void TestApp_::startWithDefaultBookShowsTheFirstPoem()
     QCOMPARE(w.DefaultListbox()->Cell(139, 2), QStringLiteral("10-14"));
     QVERIFY(w.makePBtn()->isEnabled());
     // Made once: a second use of the accessor finds the same window.
-    QCOMPARE(&t.app->window(), &w);
-    QVERIFY(t.dialogs->messages.isEmpty());
+    QCOMPARE(&t->app->window(), &w);
+    QVERIFY(t->dialogs->messages.isEmpty());
 }
 
 void TestApp_::startWithoutBookShowsTheEmptyImportPage_data()

@@ -25,7 +25,6 @@ private slots:
     void noFileGivesTheDefaults();
     void boundsAreInclusive_data();
     void boundsAreInclusive();
-    void geometryDefaultsOnlyWhenAllFourAreZero();
     void equalColoursBecomeBlackOnWhite();
     void recordLayoutIsExactToTheByte();
     void onlyTheByteOneIsTrue();
@@ -50,85 +49,44 @@ void TestPreferences::noFileGivesTheDefaults()
     QCOMPARE(normalised(p), p);
 }
 
+// Size, left, top, width and height as stored, and as loaded.
+using Numbers = QList<int>;
+
 void TestPreferences::boundsAreInclusive_data()
 {
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<int>("stored");
-    QTest::addColumn<int>("loaded");
-    QTest::newRow("size 0") << "size" << 0 << 11;
-    QTest::newRow("size 1") << "size" << 1 << 1;
-    QTest::newRow("size 64") << "size" << 64 << 64;
-    QTest::newRow("size 65") << "size" << 65 << 11;
-    QTest::newRow("size 255") << "size" << 255 << 11;
-    QTest::newRow("left -100") << "left" << -100 << -100;
-    QTest::newRow("left -101") << "left" << -101 << 100;
-    QTest::newRow("left 3000") << "left" << 3000 << 3000;
-    QTest::newRow("left 3001") << "left" << 3001 << 100;
-    QTest::newRow("top -101") << "top" << -101 << 100;
-    QTest::newRow("top 3000") << "top" << 3000 << 3000;
-    QTest::newRow("top 3001") << "top" << 3001 << 100;
-    QTest::newRow("width 479") << "width" << 479 << 552;
-    QTest::newRow("width 480") << "width" << 480 << 480;
-    QTest::newRow("width 32000") << "width" << 32000 << 32000;
-    QTest::newRow("width 32001") << "width" << 32001 << 552;
-    QTest::newRow("height 479") << "height" << 479 << 516;
-    QTest::newRow("height 480") << "height" << 480 << 480;
-    QTest::newRow("height 32000") << "height" << 32000 << 32000;
-    QTest::newRow("height -5") << "height" << -5 << 516;
+    QTest::addColumn<Numbers>("stored");
+    QTest::addColumn<Numbers>("loaded");
+    QTest::newRow("size 0") << Numbers{0, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
+    QTest::newRow("size 1") << Numbers{1, 50, 60, 700, 600} << Numbers{1, 50, 60, 700, 600};
+    QTest::newRow("size 64") << Numbers{64, 50, 60, 700, 600} << Numbers{64, 50, 60, 700, 600};
+    QTest::newRow("size 65") << Numbers{65, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
+    QTest::newRow("size 255") << Numbers{255, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
+    QTest::newRow("left -100, top 3000") << Numbers{20, -100, 3000, 700, 600} << Numbers{20, -100, 3000, 700, 600};
+    QTest::newRow("left -101") << Numbers{20, -101, 60, 700, 600} << Numbers{20, 100, 60, 700, 600};
+    QTest::newRow("left 3001") << Numbers{20, 3001, 60, 700, 600} << Numbers{20, 100, 60, 700, 600};
+    QTest::newRow("top -101") << Numbers{20, 50, -101, 700, 600} << Numbers{20, 50, 100, 700, 600};
+    QTest::newRow("top 3001") << Numbers{20, 50, 3001, 700, 600} << Numbers{20, 50, 100, 700, 600};
+    QTest::newRow("width 479") << Numbers{20, 50, 60, 479, 600} << Numbers{20, 50, 60, 552, 600};
+    QTest::newRow("width and height 480") << Numbers{20, 50, 60, 480, 480} << Numbers{20, 50, 60, 480, 480};
+    QTest::newRow("width and height 32000") << Numbers{20, 50, 60, 32000, 32000} << Numbers{20, 50, 60, 32000, 32000};
+    QTest::newRow("width 32001") << Numbers{20, 50, 60, 32001, 600} << Numbers{20, 50, 60, 552, 600};
+    QTest::newRow("height 479") << Numbers{20, 50, 60, 700, 479} << Numbers{20, 50, 60, 700, 516};
+    QTest::newRow("height -5") << Numbers{20, 50, 60, 700, -5} << Numbers{20, 50, 60, 700, 516};
+    QTest::newRow("only the width set") << Numbers{20, 0, 0, 600, 0} << Numbers{20, 0, 0, 600, 516};
 }
 
 void TestPreferences::boundsAreInclusive()
 {
-    QFETCH(QString, field);
-    QFETCH(int, stored);
-    QFETCH(int, loaded);
+    QFETCH(Numbers, stored);
+    QFETCH(Numbers, loaded);
     Preferences p;
-    p.mainSize = 20;
-    p.MWLeft = 50;
-    p.MWTop = 60;
-    p.MWWidth = 700;
-    p.MWHeight = 600;
-    if (field == "size")
-        p.mainSize = quint8(stored);
-    if (field == "left")
-        p.MWLeft = qint16(stored);
-    if (field == "top")
-        p.MWTop = qint16(stored);
-    if (field == "width")
-        p.MWWidth = qint16(stored);
-    if (field == "height")
-        p.MWHeight = qint16(stored);
-
+    p.mainSize = quint8(stored[0]);
+    p.MWLeft = qint16(stored[1]);
+    p.MWTop = qint16(stored[2]);
+    p.MWWidth = qint16(stored[3]);
+    p.MWHeight = qint16(stored[4]);
     const Preferences n = normalised(decodePreferences(encodePreferences(p)));
-    const auto read = [&](const QString &f) -> int {
-        if (f == "size")
-            return n.mainSize;
-        if (f == "left")
-            return n.MWLeft;
-        if (f == "top")
-            return n.MWTop;
-        if (f == "width")
-            return n.MWWidth;
-        return n.MWHeight;
-    };
-    QCOMPARE(read(field), loaded);
-    // Each field is mended on its own: the others keep their values.
-    const std::map<QString, int> others{
-        {"size", 20}, {"left", 50}, {"top", 60}, {"width", 700}, {"height", 600}};
-    for (const auto &[other, expected] : others)
-        if (other != field)
-            QCOMPARE(read(other), expected);
-}
-
-void TestPreferences::geometryDefaultsOnlyWhenAllFourAreZero()
-{
-    Preferences p;
-    p.MWWidth = 600;
-    p = normalised(p);
-    QCOMPARE(p.MWLeft, qint16(0));
-    QCOMPARE(p.MWTop, qint16(0));
-    QCOMPARE(p.MWWidth, qint16(600));
-    QCOMPARE(p.MWHeight, qint16(516)); // 0 is below the window's limit
+    QCOMPARE((Numbers{n.mainSize, n.MWLeft, n.MWTop, n.MWWidth, n.MWHeight}), loaded);
 }
 
 void TestPreferences::equalColoursBecomeBlackOnWhite()

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "bookfile.h"
 #include "fakedialogs.h"
 #include "shell/app.h"
+#include "window/mainwindow.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
@@ -26,6 +28,9 @@ struct TestApp {
     }
 
     QString prefsPath() const { return app->preferencesPath(); }
+
+    // Started on a book written into `dir`, its window on screen.
+    static std::unique_ptr<TestApp> started(const QTemporaryDir &dir, const QStringList &book);
 };
 
 // A book of ten pages whose line i of page p reads "p-i" (counted from 1).
@@ -35,4 +40,15 @@ inline QStringList numberedBook(int lines = 140)
     for (int n = 0; n < lines; ++n)
         book << QStringLiteral("%1-%2").arg(n / 14 + 1).arg(n % 14 + 1);
     return book;
+}
+
+inline std::unique_ptr<TestApp> TestApp::started(const QTemporaryDir &dir, const QStringList &book)
+{
+    const QString path = dir.filePath(QStringLiteral("Verlis.txt"));
+    if (!writeBook(path, book))
+        return nullptr;
+    auto t = std::make_unique<TestApp>(path);
+    t->app->Event_Open();
+    t->app->window().show();
+    return t;
 }
