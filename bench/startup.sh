@@ -28,8 +28,9 @@ ref_t=$(echo "${times[reference]}" | median)
 app_t=$(echo "${times[verlis]}" | median)
 ref_m=$(echo "${rss[reference]}" | median)
 app_m=$(echo "${rss[verlis]}" | median)
-echo "Start-up to first paint, $runs runs each, alternating:"
-printf '  %-20s median %8.1f ms   peak memory %8.1f MiB\n' reference "$(echo "$ref_t / 1000" | bc -l)" "$(echo "$ref_m / 1024" | bc -l)"
-printf '  %-20s median %8.1f ms   peak memory %8.1f MiB\n' verlis "$(echo "$app_t / 1000" | bc -l)" "$(echo "$app_m / 1024" | bc -l)"
-printf '  ratio of medians %.3f (target at most 1.25); memory difference %+.1f MiB (target at most +8)\n' \
-  "$(echo "$app_t / $ref_t" | bc -l)" "$(echo "($app_m - $ref_m) / 1024" | bc -l)"
+awk -v runs="$runs" -v rt="$ref_t" -v at="$app_t" -v rm="$ref_m" -v am="$app_m" 'BEGIN {
+  printf "Start-up to first paint, %d runs each, alternating:\n", runs
+  printf "  %-12s median %8.1f ms   peak memory %6.1f MiB\n", "reference", rt / 1000, rm / 1024
+  printf "  %-12s median %8.1f ms   peak memory %6.1f MiB\n", "verlis", at / 1000, am / 1024
+  printf "  ratio of medians %.3f (target at most 1.25); memory difference %+.1f MiB (target at most +8)\n", at / rt, (am - rm) / 1024
+}'

@@ -22,6 +22,7 @@ for _ in $(seq 100); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.05; done
 HOME="$tmp_home" openbox >/dev/null 2>&1 &
 wm_pid=$!
 for _ in $(seq 100); do xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q window && break; sleep 0.05; done
+sleep 0.3 # the window manager announces itself a moment before it manages windows
 
 export HOME="$tmp_home"
 export XDG_CONFIG_HOME="$tmp_home/.config"
