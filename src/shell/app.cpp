@@ -143,7 +143,7 @@ void App::loadPrefs()
         if (file.open(QIODevice::ReadOnly))
             prefs = decodePreferences(file.read(MaxPreferencesBytes));
     }
-    window(); // the window's size limits take part in the checks
+    window(); // the window comes into being here: its size limits take part in the checks
     normalisePreferences(prefs, mainWindow::Limits);
 }
 

@@ -164,7 +164,8 @@ void TextField::resizeEvent(QResizeEvent *event)
 QTextBlockFormat TextField::rowFormat() const
 {
     QTextBlockFormat format;
-    format.setLineHeight(m_rowHeight, QTextBlockFormat::FixedHeight);
+    if (m_rowHeight > 0) // known from the first resize on
+        format.setLineHeight(m_rowHeight, QTextBlockFormat::FixedHeight);
     return format;
 }
 
