@@ -1,10 +1,15 @@
 #include "controls.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QEnterEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QPaintEvent>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextLayout>
 
 namespace verlis {
 
@@ -159,6 +164,61 @@ void TextField::resizeEvent(QResizeEvent *event)
 {
     QTextEdit::resizeEvent(event);
     applyRowHeight();
+}
+
+// The rows are shorter than the font's own line spacing, and the toolkit
+// highlights a selection at that spacing, over the row above. The field
+// paints the highlight itself, one band a row, and lets the layout draw
+// the selected text in its colour.
+void TextField::paintEvent(QPaintEvent *event)
+{
+    applyPendingText();
+    QPainter painter(viewport());
+    const QPointF offset(-horizontalScrollBar()->value(), -verticalScrollBar()->value());
+    painter.translate(offset);
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.palette = palette();
+    context.clip = QRectF(event->rect()).translated(-offset);
+    painter.setClipRect(context.clip);
+    const QTextCursor cursor = textCursor();
+    if (cursor.hasSelection()) {
+        paintSelectionBands(painter, cursor);
+        QAbstractTextDocumentLayout::Selection selection;
+        selection.cursor = cursor;
+        selection.format.setForeground(palette().brush(QPalette::HighlightedText));
+        context.selections.append(selection);
+    }
+    document()->documentLayout()->draw(&painter, context);
+}
+
+void TextField::paintSelectionBands(QPainter &painter, const QTextCursor &selection) const
+{
+    const int start = selection.selectionStart();
+    const int end = selection.selectionEnd();
+    const QAbstractTextDocumentLayout *layout = document()->documentLayout();
+    const qreal gap = fontMetrics().horizontalAdvance(QLatin1Char(' '));
+    for (QTextBlock block = document()->findBlock(start); block.isValid() && block.position() <= end;
+         block = block.next()) {
+        const QRectF blockRect = layout->blockBoundingRect(block);
+        const QTextLayout *text = block.layout();
+        const qreal rowHeight = text->lineCount() > 0 ? blockRect.height() / text->lineCount() : 0;
+        for (int i = 0; i < text->lineCount(); ++i) {
+            const QTextLine line = text->lineAt(i);
+            const int lineStart = block.position() + line.textStart();
+            const int lineEnd = lineStart + line.textLength();
+            const int from = qMax(start, lineStart);
+            const int to = qMin(end, lineEnd);
+            if (from > to)
+                continue;
+            qreal left = blockRect.left() + line.cursorToX(from - block.position());
+            qreal right = blockRect.left() + line.cursorToX(to - block.position());
+            if (end > lineEnd) // the row's end is selected too
+                right += gap;
+            painter.fillRect(QRectF(QPointF(left, blockRect.top() + i * rowHeight),
+                                    QPointF(right, blockRect.top() + (i + 1) * rowHeight)),
+                             palette().brush(QPalette::Highlight));
+        }
+    }
 }
 
 QTextBlockFormat TextField::rowFormat() const

@@ -84,9 +84,11 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     QTextBlockFormat rowFormat() const;
+    void paintSelectionBands(QPainter &painter, const QTextCursor &selection) const;
     void applyRowHeight();
 
     QString m_text;
