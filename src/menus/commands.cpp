@@ -46,12 +46,14 @@ const Binding Bindings[] = {
     {"EditSelectAll", &MenuCommands::_EditSelectAll_Action},
 };
 
-TextField *focusedReadingField(mainWindow &window)
+// The field of the reading page that has the focus, or else the poem.
+TextField *readingField(mainWindow &window)
 {
-    auto *field = qobject_cast<TextField *>(QApplication::focusWidget());
-    if (field && (field == window.TextField1() || field == window.noField()))
-        return field;
-    return nullptr;
+    if (window.PagePanel1()->Value() != mainWindow::ReadingPage)
+        return nullptr;
+    if (QApplication::focusWidget() == window.noField())
+        return window.noField();
+    return window.TextField1();
 }
 
 } // namespace
@@ -196,7 +198,7 @@ bool MenuCommands::_aboutMenu_Action()
 
 bool MenuCommands::_EditCopy_Action()
 {
-    if (TextField *field = focusedReadingField(m_window)) {
+    if (TextField *field = readingField(m_window)) {
         field->applyPendingText();
         field->copy();
     }
@@ -205,7 +207,7 @@ bool MenuCommands::_EditCopy_Action()
 
 bool MenuCommands::_EditSelectAll_Action()
 {
-    if (TextField *field = focusedReadingField(m_window)) {
+    if (TextField *field = readingField(m_window)) {
         field->applyPendingText();
         field->selectAll();
     }

@@ -36,12 +36,12 @@ void EnableMenuItems(MenuBar1 &bar, int panelValue)
         enable(bar, name, reading);
 }
 
-void enableEditItems(MenuBar1 &bar, bool readingFieldFocused)
+void enableEditItems(MenuBar1 &bar, int panelValue)
 {
     for (const char *name : {"EditUndo", "EditCut", "EditPaste", "EditClear"})
         enable(bar, name, false);
     for (const char *name : {"EditCopy", "EditSelectAll"})
-        enable(bar, name, readingFieldFocused);
+        enable(bar, name, panelValue == ReadingPage);
 }
 
 } // namespace verlis

@@ -8,8 +8,8 @@ class MenuBar1;
 // page, the view and turning commands on the reading page only.
 void EnableMenuItems(MenuBar1 &bar, int panelValue);
 
-// The Edit items offer what a read-only field does: copy and select all
-// while a field of the reading page has the focus; the others never.
-void enableEditItems(MenuBar1 &bar, bool readingFieldFocused);
+// The Edit items offer what a read-only field does: copy and select all on
+// the reading page; the others never.
+void enableEditItems(MenuBar1 &bar, int panelValue);
 
 } // namespace verlis

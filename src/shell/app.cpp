@@ -73,7 +73,6 @@ mainWindow &App::window()
         m_commands = new MenuCommands(*this, *m_window, *m_menuBar, *m_env.dialogs);
         m_commands->AddMenuHandlers();
         connect(m_window.get(), &mainWindow::panelPageChanged, this, &App::updateEnabling);
-        connect(qApp, &QApplication::focusChanged, this, &App::updateEnabling);
         updateEnabling();
     }
     return *m_window;
@@ -91,9 +90,7 @@ void App::updateEnabling()
         return;
     const int page = m_window->PagePanel1()->Value();
     EnableMenuItems(*m_menuBar, page);
-    const QWidget *focus = QApplication::focusWidget();
-    enableEditItems(*m_menuBar, page == mainWindow::ReadingPage && focus &&
-                                    (focus == m_window->TextField1() || focus == m_window->noField()));
+    enableEditItems(*m_menuBar, page);
 }
 
 void App::Event_Open()

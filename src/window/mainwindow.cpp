@@ -4,6 +4,7 @@
 #include "locks.h"
 #include "poem/composition.h"
 
+#include <QApplication>
 #include <QMenuBar>
 #include <QPushButton>
 
@@ -48,6 +49,7 @@ void mainWindow::CreateControls()
     createLabelPage(m_pagePanel->panelPage(LabelPage));
     createReadingPage(m_pagePanel->panelPage(ReadingPage));
     connect(m_pagePanel, &QStackedWidget::currentChanged, this, &mainWindow::panelPageChanged);
+    connect(m_pagePanel, &QStackedWidget::currentChanged, this, &mainWindow::focusReadingPage);
     applyLocks();
 }
 
@@ -146,6 +148,14 @@ void mainWindow::createReadingPage(QWidget *page)
     m_noField->setRightAligned(true);
     m_noField->setFocusPolicy(Qt::ClickFocus);
     place(m_noField, QRect(20, 34, 40, 448), LockLeft | LockTop | LockBottom);
+}
+
+// The poem takes the keyboard when its page comes forward, so that select
+// all and copy reach it without a click.
+void mainWindow::focusReadingPage(int value)
+{
+    if (value == ReadingPage && QApplication::focusWidget() != m_noField)
+        m_textField->setFocus();
 }
 
 void mainWindow::place(QWidget *control, const QRect &declared, int locks)

@@ -115,6 +115,7 @@ private:
     Label *createWordLabel(QWidget *page, const QString &text, const QRect &declared);
     void place(QWidget *control, const QRect &declared, int locks);
     void applyLocks();
+    void focusReadingPage(int value);
     void setControlRect(QWidget *control, const QRect &rect);
     void recordGeometry();
     bool turnFromArrow(Label *label, Qt::KeyboardModifiers modifiers, Direction direction);
