@@ -1,6 +1,7 @@
 #include "dialogs.h"
 
 #include <QColorDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
@@ -8,20 +9,45 @@
 
 namespace verlis {
 
+namespace {
+
+// Puts `widget` on a row of its own above everything the grid holds.
+void addRowAbove(QGridLayout *grid, QWidget *widget)
+{
+    struct Placed {
+        QLayoutItem *item;
+        int row, column, rowSpan, columnSpan;
+    };
+    QList<Placed> placed;
+    while (grid->count() > 0) {
+        Placed p{};
+        grid->getItemPosition(0, &p.row, &p.column, &p.rowSpan, &p.columnSpan);
+        p.item = grid->takeAt(0);
+        placed.append(p);
+    }
+    grid->addWidget(widget, 0, 0, 1, -1);
+    for (const Placed &p : placed)
+        grid->addItem(p.item, p.row + 1, p.column, p.rowSpan, p.columnSpan);
+}
+
+} // namespace
+
 std::optional<QString> QtDialogs::openFile(QWidget *parent, const OpenFileRequest &request)
 {
     QFileDialog dialog(parent, request.title);
     dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setDirectory(m_lastFolder.isEmpty() ? QDir::homePath() : m_lastFolder);
     dialog.setNameFilter(request.filter);
     // The toolkit's own dialog, so that the prompt can stand above the files.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     if (auto *grid = qobject_cast<QGridLayout *>(dialog.layout())) {
         auto *prompt = new QLabel(request.prompt, &dialog);
         prompt->setObjectName(QStringLiteral("prompt"));
-        grid->addWidget(prompt, grid->rowCount(), 0, 1, grid->columnCount());
+        addRowAbove(grid, prompt);
     }
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
+    m_lastFolder = dialog.directory().absolutePath();
     return dialog.selectedFiles().constFirst();
 }
 

@@ -35,6 +35,9 @@ public:
     std::optional<QString> openFile(QWidget *parent, const OpenFileRequest &request) override;
     bool selectColor(QWidget *parent, Color &color, const QString &prompt) override;
     void msgBox(QWidget *parent, const QString &text) override;
+
+private:
+    QString m_lastFolder; // where the last book was chosen, for this run
 };
 
 } // namespace verlis
