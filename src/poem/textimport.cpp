@@ -15,6 +15,9 @@ namespace verlis {
 namespace {
 
 constexpr qsizetype ChunkSize = 64 * 1024;
+// A book's 140 lines come long before this; a file without line ends (a
+// disc image, say) stops here instead of filling the memory.
+constexpr qsizetype ReadBudget = 128 * 1024 * 1024;
 constexpr QChar IcuSubstitute = QChar(0x1A);
 
 // Splits a stream of chunks into lines and keeps the non-empty ones. A CR
@@ -217,7 +220,12 @@ QStringList readSource(ChunkSource &source)
 class FileChunks final : public ChunkSource {
 public:
     explicit FileChunks(QFile &file) : m_file(file) {}
-    QByteArray next() override { return m_file.read(ChunkSize); }
+    QByteArray next() override
+    {
+        if (m_file.pos() >= ReadBudget)
+            return {};
+        return m_file.read(ChunkSize);
+    }
 
 private:
     QFile &m_file;

@@ -149,6 +149,11 @@ void App::savePrefs()
     const QString path = preferencesPath();
     if (path.isEmpty() || !QDir().mkpath(m_env.preferencesFolder))
         return;
+    // Something else in the file's place (a folder, a pipe that would block
+    // the write) is left as it is: the settings go unsaved.
+    const QFileInfo existing(path);
+    if (existing.exists() && !existing.isFile())
+        return;
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return;

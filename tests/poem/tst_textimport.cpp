@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace verlis;
 
 namespace {
@@ -143,6 +145,9 @@ void TestTextImport::whatIsNoBookIsNotRead()
     QVERIFY(!readBookFile(dir.filePath("missing.txt")).opened);
     QVERIFY(!readBookFile(dir.path()).opened);
     QVERIFY(!readBookFile(QStringLiteral("/dev/zero")).opened);
+    const QString pipe = dir.filePath("pipe.txt"); // reading it would wait for ever
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!readBookFile(pipe).opened);
     QVERIFY(readBookFile(QString()).lines.isEmpty());
 
     QFile empty(dir.filePath("empty.txt"));

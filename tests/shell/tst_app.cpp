@@ -10,6 +10,8 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace verlis;
 
 class TestApp_ : public QObject {
@@ -147,6 +149,7 @@ void TestApp_::damagedPreferencesGiveARunningProgram_data()
     QTest::newRow("cut short") << "short";
     QTest::newRow("a folder in its place") << "folder";
     QTest::newRow("a folder that can't be made") << "unwritable";
+    QTest::newRow("a pipe in its place") << "pipe";
 }
 
 void TestApp_::damagedPreferencesGiveARunningProgram()
@@ -159,6 +162,8 @@ void TestApp_::damagedPreferencesGiveARunningProgram()
     QFile f(file);
     if (damage == "folder") {
         QVERIFY(QDir().mkpath(file));
+    } else if (damage == "pipe") {
+        QCOMPARE(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
     } else if (damage == "unwritable") {
         folder = file + "/below-a-file"; // its parent is a plain file
         QVERIFY(f.open(QIODevice::WriteOnly));
@@ -184,7 +189,7 @@ void TestApp_::damagedPreferencesGiveARunningProgram()
     QVERIFY(dialogs->messages.isEmpty());
     if (damage == "folder")
         QVERIFY(QFileInfo(file).isDir());
-    if (damage == "folder" || damage == "unwritable")
+    if (damage == "folder" || damage == "unwritable" || damage == "pipe")
         QCOMPARE(app.preferencesWrites(), 0);
     else
         QCOMPARE(QFileInfo(file).size(), 62 + qint64(p.mainfont.toUtf8().size()));
