@@ -7,7 +7,6 @@
 #include "window/mainwindow.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>

@@ -29,7 +29,7 @@ start_program() {
   APP_PID=$!
   WIN=""
   for _ in $(seq 200); do
-    WIN=$(xdotool search --onlyvisible --name '詩篇' 2>/dev/null | head -1 || true)
+    WIN=$(xdotool search --onlyvisible --name '詩篇' 2>/dev/null | sed -n 1p || true)
     [ -n "$WIN" ] && break
     sleep 0.05
   done
@@ -51,12 +51,19 @@ wait_exit() {
 
 keys() { xdotool key --delay 40 "$@"; sleep 0.15; }
 
-# The reading page as the clipboard gets it after select all and copy.
+# The reading page as the clipboard gets it after select all and copy. The
+# clipboard is emptied first and read until the copy has arrived, so that a
+# slow machine is waited for rather than misread.
 copied_poem() {
+  local text=""
   printf '' | xclip -selection clipboard
   keys ctrl+a ctrl+c
-  sleep 0.2
-  xclip -o -selection clipboard 2>/dev/null || true
+  for _ in $(seq 100); do
+    text=$(xclip -o -selection clipboard 2>/dev/null || true)
+    [ -n "$text" ] && break
+    sleep 0.05
+  done
+  printf '%s' "$text"
 }
 
 finish() {
