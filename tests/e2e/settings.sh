@@ -26,11 +26,27 @@ keys ctrl+w
 wait_exit >/dev/null
 check "bold read back and toggled off" 0 "$(byte_at 16)"
 
+# Moved and resized by the window manager: recorded, and put back there.
+geometry() { xwininfo -id "$WIN" | awk '/Absolute upper-left X:/ {x=$4} /Absolute upper-left Y:/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} END {print x "," y " " w "x" h}'; }
+start_program "$dir"
+bar=$(($(xwininfo -id "$WIN" | awk '/Height:/ {print $2}') - 516))
+xdotool windowmove "$WIN" 300 200 windowsize "$WIN" 700 $((600 + bar))
+sleep 0.5
+moved=$(geometry)
+keys ctrl+w
+wait_exit >/dev/null
+check "moved and resized geometry (left, top, width, height)" "012c 00c8 02bc 0258" \
+  "$(od -An -tx1 -j 8 -N 8 "$PREFS" | tr -d ' \n' | sed 's/..../& /g; s/ $//')"
+start_program "$dir"
+check "the window back where it was moved" "$moved" "$(geometry)"
+keys ctrl+w
+wait_exit >/dev/null
+
 # Ten starts and closes without touching the window: it neither moves nor grows.
 first=""
 for run in $(seq 10); do
   start_program "$dir"
-  where=$(xwininfo -id "$WIN" | awk '/Absolute upper-left X:/ {x=$4} /Absolute upper-left Y:/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} END {print x "," y " " w "x" h}')
+  where=$(geometry)
   [ -z "$first" ] && first=$where
   keys ctrl+w
   wait_exit >/dev/null
