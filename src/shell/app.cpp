@@ -7,6 +7,7 @@
 #include "window/mainwindow.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
