@@ -12,7 +12,10 @@
 // time, and prints the peak resident memory of the process at exit.
 class ExitAtFirstPaint : public QObject {
 public:
-    explicit ExitAtFirstPaint(QObject *watched) : QObject(watched) { watched->installEventFilter(this); }
+    explicit ExitAtFirstPaint(QObject *watched) : QObject(watched)
+    {
+        watched->installEventFilter(this);
+    }
 
     static void reportPeakMemory()
     {

@@ -63,10 +63,19 @@ void runCommand(benchmark::State &state, bool (MenuCommands::*command)(), bool r
 
 bool turnLineSix(MenuCommands &commands) { return commands._menuNextLine_Action(6); }
 
-void BM_NextAllLine(benchmark::State &s) { runCommand(s, &MenuCommands::_menuNextAllLine_Action, false); }
+void BM_NextAllLine(benchmark::State &s)
+{
+    runCommand(s, &MenuCommands::_menuNextAllLine_Action, false);
+}
 void BM_Shuffle(benchmark::State &s) { runCommand(s, &MenuCommands::_menuShuffle_Action, false); }
-void BM_NextAllLineRepaint(benchmark::State &s) { runCommand(s, &MenuCommands::_menuNextAllLine_Action, true); }
-void BM_ShuffleRepaint(benchmark::State &s) { runCommand(s, &MenuCommands::_menuShuffle_Action, true); }
+void BM_NextAllLineRepaint(benchmark::State &s)
+{
+    runCommand(s, &MenuCommands::_menuNextAllLine_Action, true);
+}
+void BM_ShuffleRepaint(benchmark::State &s)
+{
+    runCommand(s, &MenuCommands::_menuShuffle_Action, true);
+}
 
 void BM_TurnOneLine(benchmark::State &state)
 {
@@ -159,7 +168,8 @@ void BM_FontMenu3000(benchmark::State &state)
     const QStringList fonts = manyFonts(3000);
     for (auto _ : state) {
         state.PauseTiming();
-        auto app = std::make_unique<App>(Environment{QString(), QString(), fonts, nullptr, [](int) {}});
+        auto app =
+            std::make_unique<App>(Environment{QString(), QString(), fonts, nullptr, [](int) {}});
         app->window();
         state.ResumeTiming();
         app->makeFontMenu();

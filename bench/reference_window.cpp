@@ -17,18 +17,23 @@ int main(int argc, char *argv[])
         window.menuBar()->addMenu(QString::fromUtf8(title))->addAction(QStringLiteral("項目"));
     auto *field = new QTextEdit(&window);
     field->setReadOnly(true);
-    const QStringList rows{
-        QStringLiteral("朝の光が窓辺にさしこみ"), QStringLiteral("湯気の立つ茶碗を両手で包む"),
-        QStringLiteral("遠くで犬が一声だけ吠え"), QStringLiteral("町はゆっくりと目をさます。"),
-        QString(),
-        QStringLiteral("自転車の鈴が角を曲がり"), QStringLiteral("パン屋の前に列ができて"),
-        QStringLiteral("黒板に今日の献立が並び"), QStringLiteral("子どもらは坂を駆けおりる。"),
-        QString(),
-        QStringLiteral("昼には雲が東へ流れ"), QStringLiteral("洗濯物が風にふくらみ"),
-        QStringLiteral("川面に白い鳥が降りる。"),
-        QString(),
-        QStringLiteral("夕方の鐘が三度鳴って"), QStringLiteral("家々の窓に灯がともり"),
-        QStringLiteral("一日は静かに幕を引く。")};
+    const QStringList rows{QStringLiteral("朝の光が窓辺にさしこみ"),
+                           QStringLiteral("湯気の立つ茶碗を両手で包む"),
+                           QStringLiteral("遠くで犬が一声だけ吠え"),
+                           QStringLiteral("町はゆっくりと目をさます。"),
+                           QString(),
+                           QStringLiteral("自転車の鈴が角を曲がり"),
+                           QStringLiteral("パン屋の前に列ができて"),
+                           QStringLiteral("黒板に今日の献立が並び"),
+                           QStringLiteral("子どもらは坂を駆けおりる。"),
+                           QString(),
+                           QStringLiteral("昼には雲が東へ流れ"),
+                           QStringLiteral("洗濯物が風にふくらみ"),
+                           QStringLiteral("川面に白い鳥が降りる。"),
+                           QString(),
+                           QStringLiteral("夕方の鐘が三度鳴って"),
+                           QStringLiteral("家々の窓に灯がともり"),
+                           QStringLiteral("一日は静かに幕を引く。")};
     QFont font = field->font();
     font.setPointSizeF(448.0 / 26.0);
     field->setFont(font);

@@ -22,7 +22,10 @@ public:
     }
 };
 
-QString escapeMnemonic(QString text) { return text.replace(QLatin1Char('&'), QStringLiteral("&&")); }
+QString escapeMnemonic(QString text)
+{
+    return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
 
 } // namespace
 

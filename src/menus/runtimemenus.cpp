@@ -28,7 +28,7 @@ void App::makeFontMenu()
 void App::makePageMenu()
 {
     MenuBar1 &bar = menuBar();
-    static const char *const Keys[] = {"", "2", "3", "4", "5", "6", "7",
+    static const char *const Keys[] = {"",  "2", "3", "4", "5", "6", "7",
                                        "8", "9", "0", "u", "i", "o", "p"};
     for (int i = 1; i < 14; ++i) {
         QAction *next = bar.installClone(QStringLiteral("menuNextLine"));

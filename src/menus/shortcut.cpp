@@ -9,7 +9,8 @@ QKeySequence keySequenceFor(const QString &shortcut)
     if (shortcut.isEmpty())
         return {};
     // The design form joins with '+', the run-time form with '-'.
-    const QChar separator = shortcut.contains(QLatin1Char('+')) ? QLatin1Char('+') : QLatin1Char('-');
+    const QChar separator =
+        shortcut.contains(QLatin1Char('+')) ? QLatin1Char('+') : QLatin1Char('-');
     const QStringList tokens = shortcut.split(separator);
     QStringList portable;
     for (qsizetype i = 0; i + 1 < tokens.size(); ++i) {

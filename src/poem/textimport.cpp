@@ -170,8 +170,7 @@ public:
     virtual QByteArray next() = 0; // empty at the end
 };
 
-QStringList readWide(QStringConverter::Encoding encoding, ChunkSource &source,
-                     QByteArray first)
+QStringList readWide(QStringConverter::Encoding encoding, ChunkSource &source, QByteArray first)
 {
     QStringDecoder decoder(encoding); // skips the byte-order mark itself
     LineCollector<QString> collector;
@@ -190,7 +189,7 @@ QStringList readBytes(ChunkSource &source, QByteArray first)
         first.remove(0, utf8Mark.size());
     LineCollector<QByteArray> collector;
     bool full = false;
-    for (QByteArray chunk = std::move(first); !chunk.isEmpty() && !full; ) {
+    for (QByteArray chunk = std::move(first); !chunk.isEmpty() && !full;) {
         full = collector.feed(chunk);
         if (!full)
             chunk = source.next();

@@ -19,9 +19,9 @@ class mainWindow;
 
 // What the program takes from the machine it runs on. Tests hand in their own.
 struct Environment {
-    QString preferencesFolder;  // where "Verlis Preferences" lives; empty: nowhere
-    QString defaultBook;        // the book read at start; empty: none
-    QStringList fontFamilies;   // the platform's font families, in its order
+    QString preferencesFolder; // where "Verlis Preferences" lives; empty: nowhere
+    QString defaultBook;       // the book read at start; empty: none
+    QStringList fontFamilies;  // the platform's font families, in its order
     std::shared_ptr<Dialogs> dialogs;
     std::function<void(int status)> quit; // ends the event loop
 

@@ -25,8 +25,8 @@ const FileType &Text()
 
 const FileType &Pref()
 {
-    static const FileType type{QStringLiteral("pref"), {}, QStringLiteral("pref"),
-                               QStringLiteral("????")};
+    static const FileType type{
+        QStringLiteral("pref"), {}, QStringLiteral("pref"), QStringLiteral("????")};
     return type;
 }
 

@@ -4,8 +4,8 @@
 #include <QEnterEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -197,8 +197,8 @@ void TextField::paintSelectionBands(QPainter &painter, const QTextCursor &select
     const int end = selection.selectionEnd();
     const QAbstractTextDocumentLayout *layout = document()->documentLayout();
     const qreal gap = fontMetrics().horizontalAdvance(QLatin1Char(' '));
-    for (QTextBlock block = document()->findBlock(start); block.isValid() && block.position() <= end;
-         block = block.next()) {
+    for (QTextBlock block = document()->findBlock(start);
+         block.isValid() && block.position() <= end; block = block.next()) {
         const QRectF blockRect = layout->blockBoundingRect(block);
         const QTextLayout *text = block.layout();
         const qreal rowHeight = text->lineCount() > 0 ? blockRect.height() / text->lineCount() : 0;

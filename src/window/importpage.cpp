@@ -37,9 +37,9 @@ void mainWindow::readText(const std::optional<QString> &file)
 
 std::optional<QString> mainWindow::SelectFile()
 {
-    return m_dialogs.openFile(this, {QStringLiteral("ファイル選択"),
-                                     FileTypes1::Text().dialogFilter(),
-                                     QStringLiteral("読み込むファイルを選択してください。")});
+    return m_dialogs.openFile(this,
+                              {QStringLiteral("ファイル選択"), FileTypes1::Text().dialogFilter(),
+                               QStringLiteral("読み込むファイルを選択してください。")});
 }
 
 void mainWindow::DefaultListbox_Open()

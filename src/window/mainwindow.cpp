@@ -55,7 +55,8 @@ void mainWindow::CreateControls()
 
 void mainWindow::createImportPage(QWidget *page)
 {
-    m_listbox = new Listbox({QStringLiteral("頁"), QStringLiteral("行"), QStringLiteral(" ")}, page);
+    m_listbox =
+        new Listbox({QStringLiteral("頁"), QStringLiteral("行"), QStringLiteral(" ")}, page);
     m_listbox->setObjectName(QStringLiteral("DefaultListbox"));
     place(m_listbox, QRect(46, 37, 460, 407), LockLeft | LockTop | LockRight | LockBottom);
 
@@ -77,8 +78,7 @@ void mainWindow::createImportPage(QWidget *page)
 void mainWindow::createLabelPage(QWidget *page)
 {
     const auto makeArray = [&](std::array<Label *, LineCount> &array, const char *name,
-                               const QString &text, Color color, Qt::Alignment align,
-                               QSize size) {
+                               const QString &text, Color color, Qt::Alignment align, QSize size) {
         for (int i = 0; i < LineCount; ++i) {
             auto *label = new Label(i, page);
             label->setObjectName(QString::fromLatin1(name));
@@ -98,8 +98,7 @@ void mainWindow::createLabelPage(QWidget *page)
     makeArray(m_rightArrow, "rightArrowLabel", QStringLiteral("▶"), IdleGrey, Qt::AlignHCenter,
               {20, 20});
     m_resetBtn = createWordLabel(page, QStringLiteral("reset"), QRect(486, 16, 54, 20));
-    makeArray(m_pageLabel, "pageLabel", QStringLiteral("0"), IdleGrey, Qt::AlignHCenter,
-              {34, 20});
+    makeArray(m_pageLabel, "pageLabel", QStringLiteral("0"), IdleGrey, Qt::AlignHCenter, {34, 20});
     m_shuffleBtn = createWordLabel(page, QStringLiteral("shuffle"), QRect(429, 16, 54, 20));
     m_numberBtn = createWordLabel(page, QStringLiteral("number"), QRect(306, 16, 54, 20));
     m_loadBtn = createWordLabel(page, QStringLiteral("text"), QRect(367, 16, 54, 20));
@@ -185,7 +184,10 @@ QRect mainWindow::controlRect(const QWidget *control) const
     return QRect(control->mapTo(m_client, QPoint(0, 0)), control->size());
 }
 
-Color mainWindow::BackColor() const { return fromQColor(m_client->palette().color(QPalette::Window)); }
+Color mainWindow::BackColor() const
+{
+    return fromQColor(m_client->palette().color(QPalette::Window));
+}
 
 void mainWindow::setBackColor(Color color)
 {

@@ -73,10 +73,10 @@ void TestCommands::generateCommands_data()
                               << QList<int>{0, 4, 1, 6, 0, 2, 3, 4, 5, 6, 7, 8, 9, 0};
     QTest::newRow("previous all") << "menuPrevAllLine" << 0 << mixed
                                   << QList<int>{8, 2, 9, 4, 8, 0, 1, 2, 3, 4, 5, 6, 7, 8};
-    QTest::newRow("next line 14 wraps") << "menuNextLine" << 13 << mixed
-                                        << QList<int>{9, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 0};
-    QTest::newRow("previous line 3 wraps") << "menuPrevLine" << 2 << mixed
-                                           << QList<int>{9, 3, 9, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+    QTest::newRow("next line 14 wraps")
+        << "menuNextLine" << 13 << mixed << QList<int>{9, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 0};
+    QTest::newRow("previous line 3 wraps")
+        << "menuPrevLine" << 2 << mixed << QList<int>{9, 3, 9, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9};
     QTest::newRow("reset on line 1's page") << "menuReset" << 0 << mixed << QList<int>(14, 9);
     QTest::newRow("reset twice changes nothing")
         << "menuReset" << 0 << QList<int>(14, 4) << QList<int>(14, 4);
@@ -134,7 +134,8 @@ void TestCommands::aboutMessage()
 {
     trigger("aboutMenu");
     QCOMPARE(dialogs->messages.size(), 1);
-    const QString expected = QStringLiteral("Verlis 0.3.0\r© 2026 - %1 Verlis").arg(app->buildYear());
+    const QString expected =
+        QStringLiteral("Verlis 0.3.0\r© 2026 - %1 Verlis").arg(app->buildYear());
     QCOMPARE(dialogs->messages.first(), expected);
     QVERIFY(app->buildYear() >= 2026);
 }
@@ -215,8 +216,7 @@ void TestCommands::editCommandsActOnTheFocusedField()
     trigger("menuReset");
     QTRY_COMPARE(QApplication::focusWidget(), w->TextField1());
     trigger("EditSelectAll");
-    QCOMPARE(w->TextField1()->textCursor().selectedText().size(),
-             w->TextField1()->Text().size());
+    QCOMPARE(w->TextField1()->textCursor().selectedText().size(), w->TextField1()->Text().size());
     trigger("EditCopy");
     QVERIFY(!app->menuBar().item("EditPaste")->isEnabled());
     w->PagePanel1()->setValue(mainWindow::ImportPage);

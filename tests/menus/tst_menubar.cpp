@@ -77,8 +77,10 @@ void TestMenuBar::shortcutNotations_data()
     QTest::newRow("control") << "Cmd+Control+B" << QKeySequence(Qt::CTRL | Qt::META | Qt::Key_B);
     QTest::newRow("lower key") << "Cmd+Shift+r" << QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R);
     QTest::newRow("bracket") << "Cmd+]" << QKeySequence(Qt::CTRL | Qt::Key_BracketRight);
-    QTest::newRow("run-time") << "command-shift-0" << QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_0);
-    QTest::newRow("run-time option") << "command-option-u" << QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_U);
+    QTest::newRow("run-time") << "command-shift-0"
+                              << QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_0);
+    QTest::newRow("run-time option")
+        << "command-option-u" << QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_U);
     QTest::newRow("none") << "" << QKeySequence();
 }
 
@@ -113,19 +115,24 @@ void TestMenuBar::theTreeInItsOrder()
     // The line items, designed and made at start, with their keys.
     const QString keys = "1234567890UIOP";
     const qsizetype prev = lines.indexOf(QStringLiteral("pageMenu UntitledSeparator1 - ")) + 1;
-    const qsizetype next = lines.indexOf(QStringLiteral("次のページMenu UntitledSeparator2 - ")) + 1;
+    const qsizetype next =
+        lines.indexOf(QStringLiteral("次のページMenu UntitledSeparator2 - ")) + 1;
     QCOMPARE(lines.size(), next + 14);
     for (int i = 0; i < 14; ++i) {
-        QCOMPARE(lines[prev + i],
-                 QStringLiteral("pageMenu menuPrevLine %1行目 Ctrl+Alt+%2").arg(i + 1).arg(keys[i]));
-        QCOMPARE(lines[next + i],
-                 QStringLiteral("次のページMenu menuNextLine %1行目 Ctrl+Shift+%2").arg(i + 1).arg(keys[i]));
+        QCOMPARE(
+            lines[prev + i],
+            QStringLiteral("pageMenu menuPrevLine %1行目 Ctrl+Alt+%2").arg(i + 1).arg(keys[i]));
+        QCOMPARE(lines[next + i], QStringLiteral("次のページMenu menuNextLine %1行目 Ctrl+Shift+%2")
+                                      .arg(i + 1)
+                                      .arg(keys[i]));
         QCOMPARE(MenuBar1::Index(bar->item("menuNextLine", i)), i);
     }
     QCOMPARE(bar->item("menuNextLine", 14), nullptr);
     // Both notations are kept as written.
-    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 0)), QStringLiteral("Cmd+Shift+1"));
-    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 9)), QStringLiteral("command-shift-0"));
+    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 0)),
+             QStringLiteral("Cmd+Shift+1"));
+    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 9)),
+             QStringLiteral("command-shift-0"));
     // Handlers bound to names that have no item.
     QCOMPARE(bar->item("fontLarger"), nullptr);
     // Every item is found by name among the window's children, once.
@@ -162,12 +169,12 @@ void TestMenuBar::enablingFollowsThePanelPage()
     QFETCH(int, page);
     w->PagePanel1()->setValue(page);
     const bool reading = page == mainWindow::ReadingPage;
-    for (const char *name : {"aboutMenu", "menuInportText", "menuReset", "menuShuffle", "MClose",
-                             "FileQuit"})
+    for (const char *name :
+         {"aboutMenu", "menuInportText", "menuReset", "menuShuffle", "MClose", "FileQuit"})
         QVERIFY2(bar->item(name)->isEnabled(), name);
-    for (const char *name : {"fontBold", "fontItalic", "fontUnderline", "fontColor",
-                             "menuBackColor", "menuShowNumber", "menuNextAllLine",
-                             "menuPrevAllLine"})
+    for (const char *name :
+         {"fontBold", "fontItalic", "fontUnderline", "fontColor", "menuBackColor", "menuShowNumber",
+          "menuNextAllLine", "menuPrevAllLine"})
         QCOMPARE(bar->item(name)->isEnabled(), reading);
     for (const char *name : {"fontName", "menuNextLine", "menuPrevLine"})
         for (QAction *member : bar->array(QString::fromLatin1(name)))

@@ -31,7 +31,8 @@ void TestSelection::shuffleReachesEveryPageAndNeverRepeatsASource()
         repeats += s.pages() == previous;
         previous = s.pages();
     }
-    QCOMPARE(seen, (std::array<bool, 10>{true, true, true, true, true, true, true, true, true, true}));
+    QCOMPARE(seen,
+             (std::array<bool, 10>{true, true, true, true, true, true, true, true, true, true}));
     // A source that replayed its sequence would give the same poem each time.
     QCOMPARE(repeats, 0);
 }

@@ -13,8 +13,10 @@ using namespace verlis;
 namespace {
 
 const QStringList JapaneseLines = {
-    QStringLiteral("霞たなびく春の朝に"),     QStringLiteral("ひばりが空へ舞い上がり"),
-    QStringLiteral("若葉の影はやわらかく揺れ"), QStringLiteral("わたしの胸に小さな灯がともる。"),
+    QStringLiteral("霞たなびく春の朝に"),
+    QStringLiteral("ひばりが空へ舞い上がり"),
+    QStringLiteral("若葉の影はやわらかく揺れ"),
+    QStringLiteral("わたしの胸に小さな灯がともる。"),
     QStringLiteral("表示の「表」とソフトの「ソ」"),
 };
 // Only CP932 has these: half-width kana stay, the circled digit and the
@@ -54,14 +56,18 @@ void TestTextImport::readsBooksAsTheirAuthorsWroteThem_data()
     const QStringList windows = JapaneseLines + QStringList{WindowsLine};
     QTest::newRow("utf-8") << text.toUtf8() << JapaneseLines;
     QTest::newRow("utf-8 with mark") << QByteArray("\xEF\xBB\xBF") + text.toUtf8() << JapaneseLines;
-    QTest::newRow("utf-16le with mark") << encoded("UTF-16LE", QChar(0xFEFF) + text) << JapaneseLines;
-    QTest::newRow("utf-16be with mark") << encoded("UTF-16BE", QChar(0xFEFF) + text) << JapaneseLines;
+    QTest::newRow("utf-16le with mark")
+        << encoded("UTF-16LE", QChar(0xFEFF) + text) << JapaneseLines;
+    QTest::newRow("utf-16be with mark")
+        << encoded("UTF-16BE", QChar(0xFEFF) + text) << JapaneseLines;
     QTest::newRow("shift_jis") << encoded("Shift_JIS", text) << JapaneseLines;
     QTest::newRow("cp932") << encoded("windows-31j", windows.join("\r\n")) << windows;
     QTest::newRow("euc-jp") << encoded("EUC-JP", text) << JapaneseLines;
-    QTest::newRow("iso-2022-jp") << encoded("ISO-2022-JP", JapaneseLines.join("\r\n")) << JapaneseLines;
+    QTest::newRow("iso-2022-jp") << encoded("ISO-2022-JP", JapaneseLines.join("\r\n"))
+                                 << JapaneseLines;
     // Too short for the detector to name: CP932 is tried next.
-    QTest::newRow("short cp932") << encoded("windows-31j", QStringLiteral("春")) << QStringList{"春"};
+    QTest::newRow("short cp932") << encoded("windows-31j", QStringLiteral("春"))
+                                 << QStringList{"春"};
 }
 
 void TestTextImport::readsBooksAsTheirAuthorsWroteThem()
@@ -82,7 +88,8 @@ void TestTextImport::lineEndsAndBlankLines_data()
     QTest::newRow("mixed, no end") << QByteArray("a\r\n\rb\n\nc") << QStringList{"a", "b", "c"};
     QTest::newRow("blank lines anywhere")
         << QByteArray("\n\n\na\n\n\nb\n\n\n") << QStringList{"a", "b"};
-    QTest::newRow("spaces are a line") << QByteArray("a\n   \n\t\nb") << QStringList{"a", "   ", "\t", "b"};
+    QTest::newRow("spaces are a line")
+        << QByteArray("a\n   \n\t\nb") << QStringList{"a", "   ", "\t", "b"};
     QTest::newRow("nothing") << QByteArray() << QStringList{};
     QTest::newRow("only line ends") << QByteArray("\r\n\r\n\n\r") << QStringList{};
 }

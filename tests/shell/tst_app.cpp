@@ -127,8 +127,8 @@ void TestApp_::savedSettingsComeBack()
     first.app->savePrefs();
     QCOMPARE(QFileInfo(first.prefsPath()).size(), 62 + QByteArray("游明朝").size());
 
-    verlis::Environment env{QFileInfo(first.prefsPath()).path(), QString(), {"Alpha"},
-                            first.dialogs, [](int) {}};
+    verlis::Environment env{
+        QFileInfo(first.prefsPath()).path(), QString(), {"Alpha"}, first.dialogs, [](int) {}};
     App second(env);
     second.Event_Open();
     QCOMPARE(second.prefs, p);

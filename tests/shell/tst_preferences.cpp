@@ -61,15 +61,19 @@ void TestPreferences::boundsAreInclusive_data()
     QTest::newRow("size 64") << Numbers{64, 50, 60, 700, 600} << Numbers{64, 50, 60, 700, 600};
     QTest::newRow("size 65") << Numbers{65, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
     QTest::newRow("size 255") << Numbers{255, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
-    QTest::newRow("left -100, top 3000") << Numbers{20, -100, 3000, 700, 600} << Numbers{20, -100, 3000, 700, 600};
+    QTest::newRow("left -100, top 3000")
+        << Numbers{20, -100, 3000, 700, 600} << Numbers{20, -100, 3000, 700, 600};
     QTest::newRow("left -101") << Numbers{20, -101, 60, 700, 600} << Numbers{20, 100, 60, 700, 600};
     QTest::newRow("left 3001") << Numbers{20, 3001, 60, 700, 600} << Numbers{20, 100, 60, 700, 600};
     QTest::newRow("top -101") << Numbers{20, 50, -101, 700, 600} << Numbers{20, 50, 100, 700, 600};
     QTest::newRow("top 3001") << Numbers{20, 50, 3001, 700, 600} << Numbers{20, 50, 100, 700, 600};
     QTest::newRow("width 479") << Numbers{20, 50, 60, 479, 600} << Numbers{20, 50, 60, 552, 600};
-    QTest::newRow("width and height 480") << Numbers{20, 50, 60, 480, 480} << Numbers{20, 50, 60, 480, 480};
-    QTest::newRow("width and height 32000") << Numbers{20, 50, 60, 32000, 32000} << Numbers{20, 50, 60, 32000, 32000};
-    QTest::newRow("width 32001") << Numbers{20, 50, 60, 32001, 600} << Numbers{20, 50, 60, 552, 600};
+    QTest::newRow("width and height 480")
+        << Numbers{20, 50, 60, 480, 480} << Numbers{20, 50, 60, 480, 480};
+    QTest::newRow("width and height 32000")
+        << Numbers{20, 50, 60, 32000, 32000} << Numbers{20, 50, 60, 32000, 32000};
+    QTest::newRow("width 32001") << Numbers{20, 50, 60, 32001, 600}
+                                 << Numbers{20, 50, 60, 552, 600};
     QTest::newRow("height 479") << Numbers{20, 50, 60, 700, 479} << Numbers{20, 50, 60, 700, 516};
     QTest::newRow("height -5") << Numbers{20, 50, 60, 700, -5} << Numbers{20, 50, 60, 700, 516};
     QTest::newRow("only the width set") << Numbers{20, 0, 0, 600, 0} << Numbers{20, 0, 0, 600, 516};
@@ -132,8 +136,7 @@ void TestPreferences::recordLayoutIsExactToTheByte()
     empty.mainfont.clear();
     QCOMPARE(encodePreferences(empty).size(), 62);
     // An empty name reads back as "system", and the next write is 68 bytes.
-    QCOMPARE(encodePreferences(normalised(decodePreferences(encodePreferences(empty)))).size(),
-             68);
+    QCOMPARE(encodePreferences(normalised(decodePreferences(encodePreferences(empty)))).size(), 68);
     QCOMPARE(decodePreferences(bytes), p);
 }
 

@@ -131,8 +131,7 @@ void TestPointer::pageLabelDrawsOneLine()
     for (int n = 0; n < 200; ++n) {
         press(w->pageLabel(12));
         seen[size_t(w->whatPage(12))] = true;
-        QCOMPARE(w->textLabel(12)->Text(),
-                 QStringLiteral("%1-13").arg(w->whatPage(12) + 1));
+        QCOMPARE(w->textLabel(12)->Text(), QStringLiteral("%1-13").arg(w->whatPage(12) + 1));
         for (int i = 0; i < 12; ++i)
             QCOMPARE(w->whatPage(i), qint8(i % 10));
     }
