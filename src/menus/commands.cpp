@@ -74,7 +74,7 @@ void MenuCommands::AddMenuHandlers()
                     return [this, member](int) { return (this->*member)(); };
             },
             binding.handler);
-        m_bar.addMenuHandler(QString::fromLatin1(binding.name), std::move(handler));
+        m_bar.addMenuHandler(QString::fromLatin1(binding.name), handler);
     }
 }
 

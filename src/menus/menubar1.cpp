@@ -98,9 +98,9 @@ QAction *MenuBar1::installClone(const QString &name)
     return nullptr;
 }
 
-void MenuBar1::addMenuHandler(const QString &name, Handler handler)
+void MenuBar1::addMenuHandler(const QString &name, const Handler &handler)
 {
-    m_handlers.insert(name, std::move(handler));
+    m_handlers.insert(name, handler);
 }
 
 void MenuBar1::dispatch(QAction *item)

@@ -42,7 +42,7 @@ public:
     // and the defaults of its class.
     QAction *installClone(const QString &name);
 
-    void addMenuHandler(const QString &name, Handler handler);
+    void addMenuHandler(const QString &name, const Handler &handler);
 
     static int Index(const QAction *item);
     static QString Text(const QAction *item);

@@ -14,10 +14,10 @@ namespace verlis {
 
 namespace {
 
-constexpr qsizetype ChunkSize = 64 * 1024;
+constexpr qsizetype ChunkSize = qsizetype(64) * 1024;
 // A book's 140 lines come long before this; a file without line ends (a
 // disc image, say) stops here instead of filling the memory.
-constexpr qsizetype ReadBudget = 128 * 1024 * 1024;
+constexpr qsizetype ReadBudget = qsizetype(128) * 1024 * 1024;
 constexpr QChar IcuSubstitute = QChar(0x1A);
 
 // Splits a stream of chunks into lines and keeps the non-empty ones. A CR
@@ -133,7 +133,7 @@ QString decodeLines(const QList<QByteArray> &rawLines)
 {
     const QByteArray joined = rawLines.join('\n');
     QStringDecoder utf8(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    const QString text = utf8.decode(joined);
+    QString text = utf8.decode(joined);
     const bool validUtf8 = !utf8.hasError();
     if (validUtf8 && !joined.contains('\x1B'))
         return text;
