@@ -27,15 +27,33 @@ install_program() {
 start_program() {
   "$1/verlis" &
   APP_PID=$!
-  WIN=""
-  for _ in $(seq 200); do
-    WIN=$(xdotool search --onlyvisible --name '詩篇' 2>/dev/null | sed -n 1p || true)
-    [ -n "$WIN" ] && break
-    sleep 0.05
-  done
+  WIN=$(wait_window '詩篇')
   [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
+  wait_framed "$WIN"
   xdotool windowactivate --sync "$WIN" >/dev/null 2>&1 || true
   sleep 0.4
+}
+
+# Waits until the window manager has put its frame around a window: before
+# that its position is the one asked for, not where it will stand.
+wait_framed() {
+  local root
+  root=$(xwininfo -root | awk '/Window id:/ {print $4}')
+  for _ in $(seq 200); do
+    [ "$(xwininfo -tree -id "$1" | awk '/Parent window id:/ {print $4}')" != "$root" ] && return 0
+    sleep 0.02
+  done
+}
+
+# Waits for a visible window of that name; prints its id, or nothing.
+wait_window() {
+  local id=""
+  for _ in $(seq 600); do
+    id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | sed -n 1p || true)
+    [ -n "$id" ] && break
+    sleep 0.05
+  done
+  echo "$id"
 }
 
 # Waits for the program to end; prints its exit status.

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# A book imported through the real menu and the real open dialog, typed as a
+# user would; then the first poem of that book is composed and copied.
+source "$(dirname "$0")/lib.sh"
+here=$(cd "$(dirname "$0")" && pwd)
+
+book=$(mktemp --suffix=.txt)
+for p in 1 2; do for l in $(seq 1 14); do echo "本${p}の${l}行"; done; done >"$book"
+dir=$(install_program "$here/../../data/Verlis.txt")
+start_program "$dir"
+
+# "ファイル" is the first menu of the bar, at the top left of the window.
+xdotool mousemove --window "$WIN" 20 10 click 1
+sleep 0.4
+keys Down Down Down Return # 終了, Verlisについて..., 読み込み...
+dialog=$(wait_window 'ファイル選択')
+check "the open dialog is titled ファイル選択" 1 "$([ -n "$dialog" ] && echo 1 || echo 0)"
+if [ -n "$dialog" ]; then
+  xdotool windowactivate --sync "$dialog" >/dev/null 2>&1 || true
+  sleep 0.3
+  xdotool type --delay 10 "$book"
+  keys Return
+  for _ in $(seq 200); do # until the dialog has closed
+    xdotool search --onlyvisible --name 'ファイル選択' >/dev/null 2>&1 || break
+    sleep 0.05
+  done
+fi
+
+keys ctrl+r # the import page shows; aligning composes the new book's first poem
+expected=$(for l in $(seq 1 14); do echo "本1の${l}行"; case $l in 4 | 8 | 11) echo ;; esac; done)
+check "the imported book's first poem" "$expected" "$(copied_poem)"
+keys ctrl+w
+check "exit status" 0 "$(wait_exit)"
+finish
