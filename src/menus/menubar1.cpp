@@ -92,7 +92,12 @@ QAction *MenuBar1::installClone(const QString &name)
         if (name == QLatin1String(defaults.name)) {
             const MenuEntry entry{nullptr, defaults.name, defaults.text, defaults.shortcut,
                                   ItemKind::ArrayItem};
-            return createItem(parent, entry, int(members.size()));
+            QAction *first = members.constFirst();
+            QAction *clone = createItem(parent, entry, int(members.size()));
+            // A new member is enabled as its array is, so that its key
+            // equivalent obeys the page showing from the moment it exists.
+            clone->setEnabled(first->isEnabled());
+            return clone;
         }
     }
     return nullptr;

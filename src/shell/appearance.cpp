@@ -33,7 +33,10 @@ void App::setAppearance()
     bar.item(QStringLiteral("fontItalic"))->setChecked(prefs.mainItalic);
     bar.item(QStringLiteral("fontUnderline"))->setChecked(prefs.mainUnderline);
     bar.item(QStringLiteral("menuShowNumber"))->setChecked(prefs.BshowNumber);
-    w.TextField1()->setFocus();
+    // On another page the poem must not take the keyboard from what shows;
+    // it gets it when its page comes forward.
+    if (w.TextField1()->isVisibleTo(&w))
+        w.TextField1()->setFocus();
 }
 
 } // namespace verlis

@@ -41,7 +41,7 @@ void Label::setTextStyle(const TextStyle &style)
     if (style == m_style)
         return;
     m_style = style;
-    setFont(style.toFont());
+    setFont(style.toFont(logicalDpiY()));
 }
 
 void Label::setSelectable(bool selectable)
@@ -77,12 +77,26 @@ TextField::TextField(QWidget *parent) : QTextEdit(parent)
     setUndoRedoEnabled(false);
     setFrameShape(QFrame::NoFrame);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setFocusPolicy(Qt::StrongFocus);
+    setTabChangesFocus(true);
     setCursorWidth(0); // a field that can't be edited shows no caret
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setLineWrapMode(QTextEdit::WidgetWidth);
+    setWordWrapMode(QTextOption::NoWrap);
     document()->setDocumentMargin(2);
     setColors(0x000000, 0xFFFFFF);
+}
+
+QString TextField::shownRow(QString row)
+{
+    for (QChar &c : row) {
+        const auto category = c.category();
+        if ((category == QChar::Other_Control && c != QLatin1Char('\t'))
+            || category == QChar::Separator_Line || category == QChar::Separator_Paragraph)
+            c = QLatin1Char(' ');
+    }
+    return row;
 }
 
 void TextField::setText(const QString &text)
@@ -96,6 +110,10 @@ void TextField::setText(const QString &text)
 
 void TextField::applyPendingText()
 {
+    if (m_textPending)
+        measureRows();
+    if (m_fontPending || m_textPending)
+        fitFont();
     if (!m_textPending)
         return;
     m_textPending = false;
@@ -105,7 +123,10 @@ void TextField::applyPendingText()
     cursor.select(QTextCursor::Document);
     cursor.removeSelectedText();
     cursor.setBlockFormat(rowFormat());
-    cursor.insertText(QString(m_text).replace(QChar(13), QChar('\n')));
+    QStringList rows = m_text.split(QChar(13));
+    for (QString &row : rows)
+        row = shownRow(row);
+    cursor.insertText(rows.join(QLatin1Char('\n')));
     cursor.endEditBlock();
 }
 
@@ -138,8 +159,39 @@ void TextField::setTextStyle(const TextStyle &style)
 {
     if (style == m_style)
         return;
+    const bool sameFace = style.TextFont == m_style.TextFont && style.Bold == m_style.Bold
+                          && style.Italic == m_style.Italic;
     m_style = style;
-    setFont(style.toFont());
+    if (!sameFace)
+        m_widestPerPixel = -1; // measured again with the new face
+    m_fontPending = true;
+    viewport()->update();
+}
+
+// The width of the widest row, per pixel of the font's size: text widths
+// grow in proportion to the size, so one measure serves every height.
+void TextField::measureRows()
+{
+    m_widestPerPixel = 0;
+    TextStyle reference = m_style;
+    reference.TextSize = 100;
+    const QFontMetricsF metrics(reference.toFont(logicalDpiY()), this);
+    for (const QString &row : m_text.split(QChar(13)))
+        m_widestPerPixel = qMax(m_widestPerPixel, metrics.horizontalAdvance(shownRow(row)) / 100);
+}
+
+void TextField::fitFont()
+{
+    m_fontPending = false;
+    if (m_widestPerPixel < 0)
+        measureRows();
+    TextStyle fitted = m_style;
+    const qreal room = viewport()->width() - 2 * document()->documentMargin() - 1;
+    if (m_style.TextSize > 0 && m_widestPerPixel * m_style.TextSize > room && room > 0)
+        fitted.TextSize = float(qMax(1.0, room / m_widestPerPixel));
+    const QFont font = fitted.toFont(logicalDpiY());
+    if (font != this->font())
+        setFont(font);
 }
 
 Color TextField::TextColor() const { return fromQColor(palette().color(QPalette::Text)); }
@@ -163,7 +215,16 @@ void TextField::setRightAligned(bool right)
 void TextField::resizeEvent(QResizeEvent *event)
 {
     QTextEdit::resizeEvent(event);
-    applyRowHeight();
+    const int usable = viewport()->height() - 2 * int(document()->documentMargin());
+    const int rowHeight = qMax(1, usable / Rows);
+    if (event->size().width() != event->oldSize().width())
+        m_fontPending = true;
+    if (rowHeight == m_rowHeight)
+        return;
+    m_rowHeight = rowHeight;
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    cursor.mergeBlockFormat(rowFormat());
 }
 
 // The rows are shorter than the font's own line spacing, and the toolkit
@@ -227,18 +288,6 @@ QTextBlockFormat TextField::rowFormat() const
     if (m_rowHeight > 0) // known from the first resize on
         format.setLineHeight(m_rowHeight, QTextBlockFormat::FixedHeight);
     return format;
-}
-
-void TextField::applyRowHeight()
-{
-    const int usable = viewport()->height() - 2 * int(document()->documentMargin());
-    const int rowHeight = qMax(1, usable / Rows);
-    if (rowHeight == m_rowHeight)
-        return;
-    m_rowHeight = rowHeight;
-    QTextCursor cursor(document());
-    cursor.select(QTextCursor::Document);
-    cursor.mergeBlockFormat(rowFormat());
 }
 
 PagePanel::PagePanel(int pageCount, QWidget *parent) : QStackedWidget(parent)

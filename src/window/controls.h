@@ -51,11 +51,14 @@ private:
     TextStyle m_style;
 };
 
-// A read-only field of several rows. Its text holds Chr(13) between rows,
-// and every row has the same height, so that two fields side by side keep
-// their rows level. A new text is laid out when the field is painted or
-// used, not when it is set: a command that changes the poem costs no
-// text shaping until the poem is on screen.
+// A read-only field of several rows. Its text holds Chr(13) between rows.
+// Every row has the same height, with its baseline at the same place in
+// the row, so two fields of one height side by side stand level whatever
+// their fonts. A row never wraps: where the widest row is wider than the
+// field, the text is drawn smaller until it fits, so every row stands
+// whole and in its place. Text, style and size reach the document when the
+// field is painted or used, not when they are set: a command that changes
+// the poem costs no text shaping until the poem is on screen.
 class TextField : public QTextEdit {
     Q_OBJECT
 public:
@@ -65,11 +68,12 @@ public:
 
     QString Text() const { return m_text; }
     void setText(const QString &text);
-    // Puts a text set since the last layout into the document.
+    // Brings the document up to date with the text, style and size set.
     void applyPendingText();
 
     const TextStyle &textStyle() const { return m_style; }
     void setTextStyle(const TextStyle &style);
+    float TextSize() const { return m_style.TextSize; }
 
     Color TextColor() const;
     Color BackColor() const;
@@ -77,6 +81,10 @@ public:
 
     void setRightAligned(bool right);
     int rowHeight() const { return m_rowHeight; }
+
+    // What a row of the text shows: characters that would break a row or
+    // stand for nothing visible are drawn as spaces.
+    static QString shownRow(QString row);
 
 protected:
     bool viewportEvent(QEvent *event) override;
@@ -89,12 +97,15 @@ protected:
 private:
     QTextBlockFormat rowFormat() const;
     void paintSelectionBands(QPainter &painter, const QTextCursor &selection) const;
-    void applyRowHeight();
+    void fitFont();
+    void measureRows();
 
     QString m_text;
     bool m_textPending = false;
+    bool m_fontPending = false;
     TextStyle m_style;
     int m_rowHeight = 0;
+    qreal m_widestPerPixel = 0; // the widest row's width for a 1-pixel font
 };
 
 // The pages of the window; Value is the page showing.

@@ -1,17 +1,22 @@
 // The events that tie the window's geometry to the settings.
 #include "mainwindow.h"
 
+#include "screenfit.h"
 #include "shell/app.h"
 
 #include <QCloseEvent>
 #include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
 
 namespace verlis {
 
 void mainWindow::Event_Open()
 {
     const Preferences &prefs = m_app.prefs;
-    setClientGeometry(prefs.MWLeft, prefs.MWTop, prefs.MWWidth, prefs.MWHeight);
+    const QRect client =
+        keptOnScreen(QRect(prefs.MWLeft, prefs.MWTop, prefs.MWWidth, prefs.MWHeight));
+    setClientGeometry(client.left(), client.top(), client.width(), client.height());
     m_app.setAppearance();
     for (Label *label : m_textLabel)
         label->setText(QString());
@@ -23,6 +28,20 @@ void mainWindow::Event_Resized()
     recordGeometry();
     m_app.setAppearance();
     update();
+}
+
+// A stored geometry from a damaged file or a larger screen is pulled onto
+// the screens there are now; one that fits stays to the pixel.
+QRect mainWindow::keptOnScreen(const QRect &client) const
+{
+    QList<QRect> areas;
+    for (const QScreen *screen : QGuiApplication::screens())
+        areas.append(screen->availableGeometry());
+    // Menu bar and, once known, the window manager's frame around the client area.
+    const QSize extra = frameGeometry().size() - m_client->size();
+    const QRect frame = keptOnScreens(QRect(client.topLeft(), client.size() + extra), areas,
+                                      QSize(Limits.minWidth, Limits.minHeight) + extra);
+    return QRect(frame.topLeft(), frame.size() - extra);
 }
 
 void mainWindow::Event_Moved() { recordGeometry(); }

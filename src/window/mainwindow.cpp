@@ -145,8 +145,8 @@ void mainWindow::createReadingPage(QWidget *page)
     m_noField = new TextField(page);
     m_noField->setObjectName(QStringLiteral("noField"));
     m_noField->setRightAligned(true);
-    m_noField->setFocusPolicy(Qt::ClickFocus);
     place(m_noField, QRect(20, 34, 40, 448), LockLeft | LockTop | LockBottom);
+    setTabOrder(m_textField, m_noField);
 }
 
 // The poem takes the keyboard when its page comes forward, so that select

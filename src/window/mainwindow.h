@@ -118,6 +118,7 @@ private:
     void focusReadingPage(int value);
     void setControlRect(QWidget *control, const QRect &rect);
     void recordGeometry();
+    QRect keptOnScreen(const QRect &client) const;
     bool turnFromArrow(Label *label, Qt::KeyboardModifiers modifiers, Direction direction);
 
     static Label *member(const std::array<Label *, LineCount> &array, int index)

@@ -179,7 +179,7 @@ void TestCommands::colourDialogs()
     dialogs->nextColors.push_back(app->prefs.ColorBack);
     trigger("menuBackColor");
     QCOMPARE(dialogs->colorPrompts.last(), QStringLiteral("背景の色を選択してください。"));
-    QVERIFY(w->TextField1()->font().italic());
+    QVERIFY(w->TextField1()->textStyle().Italic);
     dialogs->nextColors.push_back(Color(0x203040));
     trigger("menuBackColor");
     QCOMPARE(w->BackColor(), Color(0x203040));
@@ -205,7 +205,7 @@ void TestCommands::fontChoiceAndSizeBounds()
     QCOMPARE(app->prefs.mainSize, quint8(7));
     commands._fontLarger_Action();
     QCOMPARE(app->prefs.mainSize, quint8(8));
-    QCOMPARE(w->textLabel(0)->font().pointSizeF(), 8.0);
+    QCOMPARE(QFontInfo(w->textLabel(0)->font()).pixelSize(), 8);
 }
 
 void TestCommands::editCommandsActOnTheFocusedField()

@@ -78,6 +78,17 @@ void TestApp_::startWithoutBookShowsTheEmptyImportPage()
     QVERIFY(!w.makePBtn()->isEnabled());
     QVERIFY(t.dialogs->messages.isEmpty());
     QVERIFY(t.dialogs->fileRequests.isEmpty());
+
+    // The items made at start obey the page from the first moment.
+    w.show();
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    QTest::keyClick(&w, Qt::Key_2, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(w.whatPage(1), qint8(0));
+    // A resize runs the appearance pass, and the table keeps the keyboard.
+    w.DefaultListbox()->setFocus();
+    w.setClientGeometry(100, 100, 600, 560);
+    QTRY_COMPARE(w.Height(), 560);
+    QCOMPARE(QApplication::focusWidget(), w.DefaultListbox());
 }
 
 void TestApp_::settingsAreSavedOnceWhicheverWayTheRunEnds_data()
@@ -133,8 +144,8 @@ void TestApp_::savedSettingsComeBack()
     second.Event_Open();
     QCOMPARE(second.prefs, p);
     mainWindow &w = second.window();
-    QCOMPARE(w.TextField1()->font().family(), QStringLiteral("游明朝"));
-    QVERIFY(w.TextField1()->font().italic());
+    QCOMPARE(w.TextField1()->textStyle().TextFont, QStringLiteral("游明朝"));
+    QVERIFY(w.TextField1()->textStyle().Italic);
     QCOMPARE(w.TextField1()->TextColor(), Color(0x204060));
     QCOMPARE(w.BackColor(), Color(0xFAF0E6));
     QVERIFY(second.menuBar().item("fontItalic")->isChecked());

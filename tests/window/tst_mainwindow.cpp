@@ -3,9 +3,13 @@
 #include "testapp.h"
 #include "window/layoutpass.h"
 #include "window/mainwindow.h"
+#include "window/screenfit.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QAction>
 #include <QApplication>
+#include <QScrollBar>
+#include <QTextBlock>
 #include <QPushButton>
 #include <QTest>
 
@@ -27,6 +31,10 @@ private slots:
     void aFileThatCanNotBeReadEmptiesTheBook();
     void appearanceFollowsSettingsAndHeight();
     void moveRecordsOnlyAndResizeRunsThePasses();
+    void readingRowsStandLevelAndWhole_data();
+    void storedGeometryIsKeptOnScreen_data();
+    void storedGeometryIsKeptOnScreen();
+    void readingRowsStandLevelAndWhole();
 
 private:
     QTemporaryDir m_dir;
@@ -208,8 +216,8 @@ void TestMainWindow::appearanceFollowsSettingsAndHeight()
 {
     app->setAppearance();
     QCOMPARE(w->TextField1()->height(), 448);
-    QCOMPARE(w->TextField1()->font().pointSizeF(), double(448.0f / 26.0f));
-    QCOMPARE(w->noField()->font().pointSizeF(), w->TextField1()->font().pointSizeF());
+    QCOMPARE(w->TextField1()->TextSize(), 448.0f / 26.0f);
+    QCOMPARE(w->noField()->TextSize(), w->TextField1()->TextSize());
     QVERIFY(w->noField()->isHidden());
     QVERIFY(w->pageLabel(3)->isHidden());
     QCOMPARE(QApplication::focusWidget(), w->TextField1());
@@ -224,10 +232,10 @@ void TestMainWindow::appearanceFollowsSettingsAndHeight()
     QVERIFY(!w->pageLabel(3)->isHidden());
     QVERIFY(app->menuBar().item("menuShowNumber")->isChecked());
     QVERIFY(app->menuBar().item("fontBold")->isChecked());
-    QCOMPARE(w->textLabel(0)->font().pointSizeF(), 30.0);
-    QVERIFY(w->textLabel(0)->font().bold() && w->TextField1()->font().bold());
+    QCOMPARE(QFontInfo(w->textLabel(0)->font()).pixelSize(), 30);
+    QVERIFY(w->textLabel(0)->font().bold() && w->TextField1()->textStyle().Bold);
     // mainSize reaches the labels only; colours reach the fields and window only.
-    QCOMPARE(w->TextField1()->font().pointSizeF(), double(448.0f / 26.0f));
+    QCOMPARE(w->TextField1()->TextSize(), 448.0f / 26.0f);
     QCOMPARE(w->TextField1()->TextColor(), Color(0x0000FF));
     QCOMPARE(w->noField()->BackColor(), Color(0x102030));
     QCOMPARE(w->BackColor(), Color(0x102030));
@@ -237,10 +245,10 @@ void TestMainWindow::appearanceFollowsSettingsAndHeight()
     // Width alone leaves the size; height changes it.
     w->setClientGeometry(100, 100, 700, 516);
     QTRY_COMPARE(w->Width(), 700);
-    QCOMPARE(w->TextField1()->font().pointSizeF(), double(448.0f / 26.0f));
+    QCOMPARE(w->TextField1()->TextSize(), 448.0f / 26.0f);
     w->setClientGeometry(100, 100, 700, 600);
     QTRY_COMPARE(w->Height(), 600);
-    QCOMPARE(w->TextField1()->font().pointSizeF(), double(532.0f / 26.0f));
+    QCOMPARE(w->TextField1()->TextSize(), 532.0f / 26.0f);
     QCOMPARE(QApplication::focusWidget(), w->TextField1());
 }
 
@@ -250,14 +258,124 @@ void TestMainWindow::moveRecordsOnlyAndResizeRunsThePasses()
     w->move(150, 160);
     QTRY_COMPARE(app->prefs.MWLeft, qint16(w->Left()));
     QCOMPARE(app->prefs.MWTop, qint16(w->Top()));
-    QVERIFY(!w->TextField1()->font().italic());
+    QVERIFY(!w->TextField1()->textStyle().Italic);
 
     w->setClientGeometry(150, 160, 640, 500);
     QTRY_COMPARE(app->prefs.MWWidth, qint16(640));
     QCOMPARE(app->prefs.MWHeight, qint16(500));
-    QVERIFY(w->TextField1()->font().italic());
+    QVERIFY(w->TextField1()->textStyle().Italic);
     QCOMPARE(w->controlRect(w->textLabel(0)).width(), 640 - 168);
 }
 
 QTEST_MAIN(TestMainWindow)
 #include "tst_mainwindow.moc"
+
+namespace {
+
+struct ShownRow {
+    qreal baseline; // in the window's coordinates
+    qreal left, right; // of the text, in the field's viewport
+    qreal bottom;
+};
+
+// The rows as the field lays them out; empty where a row took two lines.
+QList<ShownRow> shownRows(const TextField *field, const QWidget *window)
+{
+    QList<ShownRow> rows;
+    const QAbstractTextDocumentLayout *layout = field->document()->documentLayout();
+    const qreal top = field->viewport()->mapTo(window, QPoint(0, 0)).y();
+    for (QTextBlock block = field->document()->begin(); block.isValid(); block = block.next()) {
+        if (block.layout()->lineCount() != 1)
+            return {};
+        const QTextLine line = block.layout()->lineAt(0);
+        const QRectF rect = layout->blockBoundingRect(block);
+        const qreal left = rect.left() + line.x();
+        rows.append({top + rect.top() + line.y() + line.ascent(), left,
+                     left + line.naturalTextWidth(), rect.bottom()});
+    }
+    return rows;
+}
+
+} // namespace
+
+void TestMainWindow::readingRowsStandLevelAndWhole_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("page");
+    QTest::newRow("smallest window") << 480 << 480 << 0;
+    QTest::newRow("17 full-width characters wrap at 552x640") << 552 << 640 << 0;
+    QTest::newRow("10 wraps in the number field at 1200x900") << 1200 << 900 << 9;
+    QTest::newRow("10 is clipped at 1500x1100") << 1500 << 1100 << 9;
+    QTest::newRow("row-breaking characters take a second row") << 552 << 516 << 1;
+}
+
+void TestMainWindow::readingRowsStandLevelAndWhole()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(int, page);
+    const QString full = QStringLiteral("春の野にすみれ摘みにと来し我ぞ野を");
+    const QString breaking = QStringLiteral("春の野に\u2028す\u2029み\u0085れ\v摘\f\x01み");
+    QStringList book;
+    for (int n = 0; n < 140; ++n)
+        book << (n / 14 == 1 ? breaking : full);
+    QVERIFY(writeBook(m_dir.filePath("long.txt"), book));
+    w->readText(m_dir.filePath("long.txt"));
+    for (int i = 0; i < 14; ++i)
+        w->selection().setWhatPage(i, qint8(page));
+    w->makePoetry();
+    app->prefs.BshowNumber = true;
+    app->setAppearance();
+    w->setClientGeometry(40, 40, width, height);
+    QTRY_COMPARE(w->Height(), height);
+    QCOMPARE(w->Width(), width);
+    w->grab(); // paints, and so lays out, what a reader would see
+
+    const QList<ShownRow> text = shownRows(w->TextField1(), w);
+    const QList<ShownRow> numbers = shownRows(w->noField(), w);
+    QCOMPARE(text.size(), 17);
+    QCOMPARE(numbers.size(), 17);
+    const int fieldWidth = w->noField()->viewport()->width();
+    for (int row = 0; row < 17; ++row) {
+        QVERIFY2(qAbs(text[row].baseline - numbers[row].baseline) < 1, qPrintable(QString::number(row)));
+        QVERIFY(numbers[row].left >= 0 && numbers[row].right <= fieldWidth);
+        QVERIFY(text[row].right <= w->TextField1()->viewport()->width());
+    }
+    QVERIFY(text[16].bottom <= w->TextField1()->viewport()->height());
+    QCOMPARE(w->TextField1()->Text().split(QChar(13))[0], book[page * 14]);
+    // Where the line fits at its size, the text is drawn at that many pixels.
+    if (width == 552 && height == 640)
+        QCOMPARE(QFontInfo(w->TextField1()->font()).pixelSize(), qRound(w->TextField1()->TextSize()));
+}
+
+void TestMainWindow::storedGeometryIsKeptOnScreen_data()
+{
+    QTest::addColumn<QRect>("stored");
+    QTest::addColumn<QList<QRect>>("areas");
+    QTest::addColumn<QRect>("kept");
+    const QRect screen(0, 0, 1600, 1200);
+    const QRect right(1600, 0, 1920, 1080);
+    QTest::newRow("a window that fits is moved") << QRect(300, 200, 700, 600) << QList{screen}
+                                               << QRect(300, 200, 700, 600);
+    QTest::newRow("a window on the second screen is moved")
+        << QRect(1700, 100, 800, 600) << QList{screen, right} << QRect(1700, 100, 800, 600);
+    QTest::newRow("random bytes make a window of 25772x26894")
+        << QRect(-975, -1451, 25772, 26894) << QList{screen} << screen;
+    QTest::newRow("55 pixels left on screen") << QRect(3000, 2500, 552, 600) << QList{screen}
+                                              << QRect(1048, 600, 552, 600);
+    QTest::newRow("the screen it stood on is gone") << QRect(2000, 100, 552, 600) << QList{screen}
+                                                    << QRect(1048, 100, 552, 600);
+    QTest::newRow("straddling goes to the screen it overlaps most")
+        << QRect(1400, 100, 552, 600) << QList{screen, right} << QRect(1600, 100, 552, 600);
+    QTest::newRow("a screen smaller than the smallest window")
+        << QRect(10, 10, 552, 600) << QList{QRect(0, 0, 400, 300)} << QRect(0, 0, 480, 480);
+}
+
+void TestMainWindow::storedGeometryIsKeptOnScreen()
+{
+    QFETCH(QRect, stored);
+    QFETCH(QList<QRect>, areas);
+    QFETCH(QRect, kept);
+    QCOMPARE(keptOnScreens(stored, areas, QSize(480, 480)), kept);
+}
