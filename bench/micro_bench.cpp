@@ -15,6 +15,10 @@
 #include <QStringEncoder>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
 using namespace verlis;
 
 namespace {
@@ -93,6 +97,36 @@ void BM_TurnOneLineRepaint(benchmark::State &state)
         turnLineSix(commands);
         page->repaint();
     }
+}
+
+// One step of a window dragged larger, from 552 x 516 to 1000 x 900 in 40
+// steps and back to the start: the resize, both passes it runs and the
+// repaint of the reading page. Steps differ in cost (the fonts change with
+// the height), so their median and 90th percentile are reported too.
+void BM_LiveResizeStep(benchmark::State &state)
+{
+    App &app = sharedApp();
+    mainWindow &w = app.window();
+    QWidget *page = w.PagePanel1()->currentWidget();
+    constexpr int Steps = 40;
+    std::vector<double> times;
+    int step = 0;
+    for (auto _ : state) {
+        const auto start = std::chrono::steady_clock::now();
+        w.setClientGeometry(100, 100, 552 + (1000 - 552) * step / Steps,
+                            516 + (900 - 516) * step / Steps);
+        QApplication::processEvents();
+        page->repaint();
+        times.push_back(std::chrono::duration<double, std::milli>(
+                            std::chrono::steady_clock::now() - start)
+                            .count());
+        step = (step + 1) % (Steps + 1);
+    }
+    std::sort(times.begin(), times.end());
+    state.counters["median_ms"] = times[times.size() / 2];
+    state.counters["p90_ms"] = times[times.size() * 9 / 10];
+    w.setClientGeometry(100, 100, 552, 516);
+    QApplication::processEvents();
 }
 
 // Book files, written once.
@@ -205,6 +239,7 @@ BENCHMARK(BM_TurnOneLine)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_NextAllLineRepaint)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ShuffleRepaint)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_TurnOneLineRepaint)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_LiveResizeStep)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ImportUtf8)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ImportShiftJis)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Import100MB)->Unit(benchmark::kMicrosecond);

@@ -35,7 +35,7 @@ int main(int argc, char *argv[])
                            QStringLiteral("家々の窓に灯がともり"),
                            QStringLiteral("一日は静かに幕を引く。")};
     QFont font = field->font();
-    font.setPointSizeF(448.0 / 26.0);
+    font.setPointSizeF(448.0 / 26.0 * 72.0 / field->logicalDpiY()); // 448 / 26 pixels
     field->setFont(font);
     field->setPlainText(rows.join('\n'));
     window.setCentralWidget(field);
