@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 
 namespace verlis {
 
@@ -17,6 +18,7 @@ void mainWindow::Event_Open()
     const QRect client =
         keptOnScreen(QRect(prefs.MWLeft, prefs.MWTop, prefs.MWWidth, prefs.MWHeight));
     setClientGeometry(client.left(), client.top(), client.width(), client.height());
+    m_frameCheckPending = true;
     m_app.setAppearance();
     for (Label *label : m_textLabel)
         label->setText(QString());
@@ -67,6 +69,18 @@ bool mainWindow::eventFilter(QObject *watched, QEvent *event)
 void mainWindow::moveEvent(QMoveEvent *event)
 {
     QMainWindow::moveEvent(event);
+    // The window manager's frame is known only once it has framed the window:
+    // the geometry put on the window at its opening is checked again then,
+    // frame included, after the frame's own move has been recorded.
+    if (m_frameCheckPending && isVisible() && frameGeometry() != geometry()) {
+        m_frameCheckPending = false;
+        QTimer::singleShot(0, this, [this] {
+            const QRect client(frameGeometry().topLeft(), QSize(Width(), Height()));
+            const QRect kept = keptOnScreen(client);
+            if (kept != client)
+                setClientGeometry(kept.left(), kept.top(), kept.width(), kept.height());
+        });
+    }
     Event_Moved();
 }
 

@@ -147,6 +147,7 @@ private:
     TextField *m_textField = nullptr;
     TextField *m_noField = nullptr;
     std::vector<Placed> m_placed;
+    bool m_frameCheckPending = false;
 };
 
 } // namespace verlis

@@ -241,6 +241,8 @@ void TestMainWindow::appearanceFollowsSettingsAndHeight()
     QCOMPARE(w->BackColor(), Color(0x102030));
     QCOMPARE(w->textLabel(0)->TextColor(), Color(0x000000));
     QCOMPARE(w->pageLabel(0)->TextColor(), Color(0xBFBFBF));
+    QTest::keyClick(w->TextField1(), Qt::Key_Tab); // the numbers come next by Tab
+    QCOMPARE(QApplication::focusWidget(), w->noField());
 
     // Width alone leaves the size; height changes it.
     w->setClientGeometry(100, 100, 700, 516);
