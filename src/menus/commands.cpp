@@ -1,7 +1,6 @@
 #include "commands.h"
 
 #include "menubar1.h"
-#include "shell/app.h"
 #include "shell/dialogs.h"
 #include "window/mainwindow.h"
 
@@ -58,8 +57,10 @@ TextField *readingField(mainWindow &window)
 
 } // namespace
 
-MenuCommands::MenuCommands(App &app, mainWindow &window, MenuBar1 &bar, Dialogs &dialogs)
-    : QObject(&window), m_app(app), m_window(window), m_bar(bar), m_dialogs(dialogs)
+MenuCommands::MenuCommands(Preferences &prefs, const VersionData &version, mainWindow &window,
+                           MenuBar1 &bar, Dialogs &dialogs)
+    : QObject(&window), m_prefs(prefs), m_version(version), m_window(window), m_bar(bar),
+      m_dialogs(dialogs)
 {
 }
 
@@ -81,62 +82,61 @@ void MenuCommands::AddMenuHandlers()
 bool MenuCommands::_fontName_Action(int index)
 {
     if (const QAction *item = m_bar.item(QStringLiteral("fontName"), index)) {
-        m_app.prefs.mainfont = MenuBar1::Text(item);
-        m_app.setAppearance();
+        m_prefs.mainfont = MenuBar1::Text(item);
+        emit appearanceWanted();
     }
     return true;
 }
 
 bool MenuCommands::_fontLarger_Action()
 {
-    quint8 &size = m_app.prefs.mainSize;
+    quint8 &size = m_prefs.mainSize;
     size = quint8(size + 1);
     if (size > 64)
         size = 64;
-    m_app.setAppearance();
+    emit appearanceWanted();
     return true;
 }
 
 bool MenuCommands::_fontSmaller_Action()
 {
-    quint8 &size = m_app.prefs.mainSize;
+    quint8 &size = m_prefs.mainSize;
     size = quint8(size - 1);
     if (size < 7)
         size = 7;
-    m_app.setAppearance();
+    emit appearanceWanted();
     return true;
 }
 
 bool MenuCommands::toggle(bool &setting)
 {
     setting = !setting;
-    m_app.setAppearance();
+    emit appearanceWanted();
     return true;
 }
 
-bool MenuCommands::_fontBold_Action() { return toggle(m_app.prefs.mainBold); }
-bool MenuCommands::_fontItalic_Action() { return toggle(m_app.prefs.mainItalic); }
-bool MenuCommands::_fontUnderline_Action() { return toggle(m_app.prefs.mainUnderline); }
-bool MenuCommands::_menuShowNumber_Action() { return toggle(m_app.prefs.BshowNumber); }
+bool MenuCommands::_fontBold_Action() { return toggle(m_prefs.mainBold); }
+bool MenuCommands::_fontItalic_Action() { return toggle(m_prefs.mainItalic); }
+bool MenuCommands::_fontUnderline_Action() { return toggle(m_prefs.mainUnderline); }
+bool MenuCommands::_menuShowNumber_Action() { return toggle(m_prefs.BshowNumber); }
 
 bool MenuCommands::chooseColor(quint32 &setting, const QString &prompt)
 {
-    Color chosen = setting;
-    if (m_dialogs.selectColor(&m_window, chosen, prompt)) {
-        setting = chosen;
-        m_app.setAppearance();
+    if (const auto chosen = m_dialogs.selectColor(&m_window, setting, prompt)) {
+        setting = *chosen;
+        emit appearanceWanted();
     }
     return true;
 }
 
 bool MenuCommands::_fontColor_Action()
 {
-    return chooseColor(m_app.prefs.ColorText, QStringLiteral("文字の色を選択してください。"));
+    return chooseColor(m_prefs.ColorText, QStringLiteral("文字の色を選択してください。"));
 }
 
 bool MenuCommands::_menuBackColor_Action()
 {
-    return chooseColor(m_app.prefs.ColorBack, QStringLiteral("背景の色を選択してください。"));
+    return chooseColor(m_prefs.ColorBack, QStringLiteral("背景の色を選択してください。"));
 }
 
 template <typename Change>
@@ -186,8 +186,9 @@ bool MenuCommands::_menuInportText_Action()
 
 QString MenuCommands::aboutText() const
 {
-    return QStringLiteral("Verlis ") + m_app.Version() + QChar(13) + QStringLiteral("© 2026 - ") +
-           QString::number(m_app.buildYear()) + QLatin1Char(' ') + m_app.Copyright();
+    return QStringLiteral("Verlis ") + m_version.ShortVersion + QChar(13) +
+           QStringLiteral("© 2026 - ") + QString::number(m_version.buildYear) + QLatin1Char(' ') +
+           m_version.LongVersion;
 }
 
 bool MenuCommands::_aboutMenu_Action()
@@ -198,19 +199,15 @@ bool MenuCommands::_aboutMenu_Action()
 
 bool MenuCommands::_EditCopy_Action()
 {
-    if (TextField *field = readingField(m_window)) {
-        field->applyPendingText();
+    if (TextField *field = readingField(m_window))
         field->copy();
-    }
     return true;
 }
 
 bool MenuCommands::_EditSelectAll_Action()
 {
-    if (TextField *field = readingField(m_window)) {
-        field->applyPendingText();
+    if (TextField *field = readingField(m_window))
         field->selectAll();
-    }
     return true;
 }
 

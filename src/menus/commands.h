@@ -1,10 +1,12 @@
 #pragma once
 
+#include "shell/preferences.h"
+#include "shell/version.h"
+
 #include <QObject>
 
 namespace verlis {
 
-class App;
 class Dialogs;
 class MenuBar1;
 class mainWindow;
@@ -13,7 +15,8 @@ class mainWindow;
 class MenuCommands : public QObject {
     Q_OBJECT
 public:
-    MenuCommands(App &app, mainWindow &window, MenuBar1 &bar, Dialogs &dialogs);
+    MenuCommands(Preferences &prefs, const VersionData &version, mainWindow &window, MenuBar1 &bar,
+                 Dialogs &dialogs);
 
     // Binds every handler below to its item name.
     void AddMenuHandlers();
@@ -45,13 +48,18 @@ public:
     // The About message, rows separated by Chr(13).
     QString aboutText() const;
 
+signals:
+    // A setting changed: the appearance pass is due.
+    void appearanceWanted();
+
 private:
     template <typename Change>
     bool changeSelection(Change change);
     bool toggle(bool &setting);
     bool chooseColor(quint32 &setting, const QString &prompt);
 
-    App &m_app;
+    Preferences &m_prefs;
+    const VersionData &m_version;
     mainWindow &m_window;
     MenuBar1 &m_bar;
     Dialogs &m_dialogs;

@@ -88,10 +88,8 @@ QAction *MenuBar1::installClone(const QString &name)
     if (members.isEmpty())
         return nullptr;
     auto *parent = qobject_cast<QMenu *>(members.constFirst()->parent());
-    for (const ArrayDefaults &defaults : arrayDefaults()) {
-        if (name == QLatin1String(defaults.name)) {
-            const MenuEntry entry{nullptr, defaults.name, defaults.text, defaults.shortcut,
-                                  ItemKind::ArrayItem};
+    for (const MenuEntry &entry : menuTree()) {
+        if (entry.kind == ItemKind::ArrayItem && name == QString::fromUtf8(entry.name)) {
             QAction *first = members.constFirst();
             QAction *clone = createItem(parent, entry, int(members.size()));
             // A new member is enabled as its array is, so that its key

@@ -6,6 +6,9 @@ namespace verlis {
 
 enum class ItemKind { Menu, Item, Separator, ArrayItem };
 enum class ItemRole { Plain, Quit, About, Checkable };
+// When an item can be chosen: on every panel page, only while the poem is
+// read, or never (the Edit items that a read-only field has no use for).
+enum class Usable { Always, Reading, Never };
 
 // One node of the menu tree. `parent` is null for the menus of the bar.
 struct MenuEntry {
@@ -15,17 +18,11 @@ struct MenuEntry {
     const char *shortcut;
     ItemKind kind = ItemKind::Item;
     ItemRole role = ItemRole::Plain;
+    Usable usable = Usable::Always;
 };
 
-// The defaults that a new member of an item array starts with.
-struct ArrayDefaults {
-    const char *name;
-    const char *text;
-    const char *shortcut;
-};
-
-// The whole tree, in the order in which its items are appended.
+// The whole tree, in the order in which its items are appended. An array's
+// entry holds the defaults that each new member of it starts with.
 std::span<const MenuEntry> menuTree();
-std::span<const ArrayDefaults> arrayDefaults();
 
 } // namespace verlis

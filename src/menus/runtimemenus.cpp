@@ -1,17 +1,16 @@
 // The menus made at start: the font list and the items of lines 2 to 14.
+#include "runtimemenus.h"
+
 #include "menubar1.h"
-#include "shell/app.h"
 
 #include <QAction>
 
 namespace verlis {
 
-void App::makeFontMenu()
+void makeFontMenu(MenuBar1 &bar, const QStringList &families)
 {
-    const QStringList &families = m_env.fontFamilies;
     if (families.isEmpty())
         return;
-    MenuBar1 &bar = menuBar();
     QAction *first = bar.item(QStringLiteral("fontName"), 0);
     // One update of the menu for the whole list, not one per family.
     auto *menu = qobject_cast<QWidget *>(first->parent());
@@ -25,9 +24,8 @@ void App::makeFontMenu()
         menu->setUpdatesEnabled(updates);
 }
 
-void App::makePageMenu()
+void makePageMenu(MenuBar1 &bar)
 {
-    MenuBar1 &bar = menuBar();
     static const char *const Keys[] = {"",  "2", "3", "4", "5", "6", "7",
                                        "8", "9", "0", "u", "i", "o", "p"};
     for (int i = 1; i < 14; ++i) {

@@ -4,6 +4,7 @@
 #include "menus/commands.h"
 #include "menus/enabling.h"
 #include "menus/menubar1.h"
+#include "menus/runtimemenus.h"
 #include "window/mainwindow.h"
 
 #include <QAction>
@@ -15,9 +16,6 @@
 #include <QPushButton>
 #include <QStandardPaths>
 
-#ifndef VERLIS_BUILD_YEAR
-#define VERLIS_BUILD_YEAR 2026
-#endif
 #ifndef VERLIS_DATA_DIR
 #define VERLIS_DATA_DIR "/usr/local/share/verlis"
 #endif
@@ -64,15 +62,19 @@ App::~App()
     delete m_menuBar.data();
 }
 
-int App::buildYear() const { return VERLIS_BUILD_YEAR; }
+MenuBar1 &App::menuBar() const { return *m_menuBar; }
 
 mainWindow &App::window()
 {
     if (!m_window) {
-        m_window = std::make_unique<mainWindow>(*this, m_menuBar.data(), *m_env.dialogs);
-        m_commands = new MenuCommands(*this, *m_window, *m_menuBar, *m_env.dialogs);
+        m_window = std::make_unique<mainWindow>(prefs, m_menuBar.data(), *m_env.dialogs);
+        m_commands =
+            new MenuCommands(prefs, versionData(), *m_window, *m_menuBar, *m_env.dialogs);
         m_commands->AddMenuHandlers();
         connect(m_window.get(), &mainWindow::panelPageChanged, this, &App::updateEnabling);
+        connect(m_window.get(), &mainWindow::appearanceWanted, this, &App::setAppearance);
+        connect(m_commands, &MenuCommands::appearanceWanted, this, &App::setAppearance);
+        connect(m_window.get(), &mainWindow::closeAsked, this, [this] { Quit(0); });
         updateEnabling();
     }
     return *m_window;
@@ -90,7 +92,6 @@ void App::updateEnabling()
         return;
     const int page = m_window->PagePanel1()->Value();
     EnableMenuItems(*m_menuBar, page);
-    enableEditItems(*m_menuBar, page);
 }
 
 void App::Event_Open()
@@ -106,6 +107,10 @@ void App::Event_Open()
 }
 
 void App::Event_Close() { savePrefs(); }
+
+void App::makeFontMenu() { verlis::makeFontMenu(menuBar(), m_env.fontFamilies); }
+
+void App::makePageMenu() { verlis::makePageMenu(menuBar()); }
 
 bool App::_MClose_Action()
 {

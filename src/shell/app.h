@@ -1,12 +1,11 @@
 #pragma once
 
 #include "preferences.h"
+#include "version.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
-
-#include "menus/menubar1.h"
 
 #include <functional>
 #include <memory>
@@ -14,6 +13,7 @@
 namespace verlis {
 
 class Dialogs;
+class MenuBar1;
 class MenuCommands;
 class mainWindow;
 
@@ -33,11 +33,6 @@ struct Environment {
 class App : public QObject {
     Q_OBJECT
 public:
-    static constexpr int MajorVersion = 0;
-    static constexpr int MinorVersion = 3;
-    static constexpr int BugVersion = 0;
-    static constexpr int NonReleaseVersion = 0;
-    static constexpr int StageCode = 3;
     static constexpr const char *PreferencesFileName = "Verlis Preferences";
 
     explicit App(Environment environment);
@@ -45,11 +40,10 @@ public:
 
     Preferences prefs;
 
-    QString Version() const { return QStringLiteral("0.3.0"); }
-    QString Copyright() const { return QStringLiteral("Verlis"); }
-    int buildYear() const;
+    QString Version() const { return versionData().ShortVersion; }
+    QString Copyright() const { return versionData().LongVersion; }
 
-    MenuBar1 &menuBar() const { return *m_menuBar; }
+    MenuBar1 &menuBar() const;
     // The window, made at the first call.
     mainWindow &window();
     MenuCommands &commands();

@@ -51,13 +51,12 @@ std::optional<QString> QtDialogs::openFile(QWidget *parent, const OpenFileReques
     return dialog.selectedFiles().constFirst();
 }
 
-bool QtDialogs::selectColor(QWidget *parent, Color &color, const QString &prompt)
+std::optional<Color> QtDialogs::selectColor(QWidget *parent, Color initial, const QString &prompt)
 {
-    const QColor chosen = QColorDialog::getColor(toQColor(color), parent, prompt);
+    const QColor chosen = QColorDialog::getColor(toQColor(initial), parent, prompt);
     if (!chosen.isValid())
-        return false;
-    color = fromQColor(chosen);
-    return true;
+        return std::nullopt;
+    return fromQColor(chosen);
 }
 
 void QtDialogs::msgBox(QWidget *parent, const QString &text)

@@ -23,8 +23,9 @@ public:
     virtual ~Dialogs() = default;
     // The chosen file, or nothing when the user cancels.
     virtual std::optional<QString> openFile(QWidget *parent, const OpenFileRequest &request) = 0;
-    // True and the chosen colour in `color` when the user confirms.
-    virtual bool selectColor(QWidget *parent, Color &color, const QString &prompt) = 0;
+    // The chosen colour, or nothing when the user cancels.
+    virtual std::optional<Color> selectColor(QWidget *parent, Color initial,
+                                             const QString &prompt) = 0;
     // A message with one button; rows are separated by Chr(13).
     virtual void msgBox(QWidget *parent, const QString &text) = 0;
 };
@@ -33,7 +34,8 @@ public:
 class QtDialogs final : public Dialogs {
 public:
     std::optional<QString> openFile(QWidget *parent, const OpenFileRequest &request) override;
-    bool selectColor(QWidget *parent, Color &color, const QString &prompt) override;
+    std::optional<Color> selectColor(QWidget *parent, Color initial,
+                                     const QString &prompt) override;
     void msgBox(QWidget *parent, const QString &text) override;
 
 private:

@@ -18,15 +18,7 @@ const FileType &Text()
         QStringLiteral("text/plain"),
         QStringLiteral(".asc;.ascii;.bas;.c;.class;.cp;.cpp;.h;.hp;.hpp;.i3;.java;.m2;.m3;.mak;"
                        ".text;.txt")
-            .split(';'),
-        QStringLiteral("TEXT"), QStringLiteral("????")};
-    return type;
-}
-
-const FileType &Pref()
-{
-    static const FileType type{
-        QStringLiteral("pref"), {}, QStringLiteral("pref"), QStringLiteral("????")};
+            .split(';')};
     return type;
 }
 

@@ -8,17 +8,14 @@ namespace verlis {
 struct FileType {
     QString Name;
     QStringList Extensions;
-    QString MacType;
-    QString MacCreator;
 
     // The filter of an open dialog: the type's name with its patterns.
     QString dialogFilter() const;
 };
 
-// The program's two file types: plain text books and the preferences file.
+// The kind of file a book is read from.
 namespace FileTypes1 {
 const FileType &Text();
-const FileType &Pref();
 } // namespace FileTypes1
 
 } // namespace verlis

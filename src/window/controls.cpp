@@ -49,7 +49,6 @@ void Label::setSelectable(bool selectable)
     setTextInteractionFlags(selectable ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
 }
 
-bool Label::Selectable() const { return textInteractionFlags() & Qt::TextSelectableByMouse; }
 
 void Label::mousePressEvent(QMouseEvent *event)
 {
@@ -128,6 +127,18 @@ void TextField::applyPendingText()
         row = shownRow(row);
     cursor.insertText(rows.join(QLatin1Char('\n')));
     cursor.endEditBlock();
+}
+
+void TextField::selectAll()
+{
+    applyPendingText();
+    QTextEdit::selectAll();
+}
+
+void TextField::copy()
+{
+    applyPendingText();
+    QTextEdit::copy();
 }
 
 bool TextField::viewportEvent(QEvent *event)

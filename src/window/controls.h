@@ -33,7 +33,6 @@ public:
     void setTextStyle(const TextStyle &style);
 
     void setSelectable(bool selectable);
-    bool Selectable() const;
 
 signals:
     void mouseDown(verlis::Label *label, Qt::KeyboardModifiers modifiers);
@@ -68,8 +67,9 @@ public:
 
     QString Text() const { return m_text; }
     void setText(const QString &text);
-    // Brings the document up to date with the text, style and size set.
-    void applyPendingText();
+    // Select all and copy work on the text last set, laid out or not.
+    void selectAll();
+    void copy();
 
     const TextStyle &textStyle() const { return m_style; }
     void setTextStyle(const TextStyle &style);
@@ -80,7 +80,6 @@ public:
     void setColors(Color text, Color back);
 
     void setRightAligned(bool right);
-    int rowHeight() const { return m_rowHeight; }
 
     // What a row of the text shows: characters that would break a row or
     // stand for nothing visible are drawn as spaces.
@@ -95,6 +94,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    // Brings the document up to date with the text, style and size set.
+    void applyPendingText();
     QTextBlockFormat rowFormat() const;
     void paintSelectionBands(QPainter &painter, const QTextCursor &selection) const;
     void fitFont();

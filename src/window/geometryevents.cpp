@@ -2,7 +2,6 @@
 #include "mainwindow.h"
 
 #include "screenfit.h"
-#include "shell/app.h"
 
 #include <QCloseEvent>
 #include <QEvent>
@@ -14,12 +13,11 @@ namespace verlis {
 
 void mainWindow::Event_Open()
 {
-    const Preferences &prefs = m_app.prefs;
     const QRect client =
-        keptOnScreen(QRect(prefs.MWLeft, prefs.MWTop, prefs.MWWidth, prefs.MWHeight));
+        keptOnScreen(QRect(m_prefs.MWLeft, m_prefs.MWTop, m_prefs.MWWidth, m_prefs.MWHeight));
     setClientGeometry(client.left(), client.top(), client.width(), client.height());
     m_frameCheckPending = true;
-    m_app.setAppearance();
+    emit appearanceWanted();
     for (Label *label : m_textLabel)
         label->setText(QString());
 }
@@ -28,7 +26,7 @@ void mainWindow::Event_Resized()
 {
     SetControls();
     recordGeometry();
-    m_app.setAppearance();
+    emit appearanceWanted();
     update();
 }
 
@@ -50,11 +48,10 @@ void mainWindow::Event_Moved() { recordGeometry(); }
 
 void mainWindow::recordGeometry()
 {
-    Preferences &prefs = m_app.prefs;
-    prefs.MWLeft = qint16(Left());
-    prefs.MWTop = qint16(Top());
-    prefs.MWWidth = qint16(Width());
-    prefs.MWHeight = qint16(Height());
+    m_prefs.MWLeft = qint16(Left());
+    m_prefs.MWTop = qint16(Top());
+    m_prefs.MWWidth = qint16(Width());
+    m_prefs.MWHeight = qint16(Height());
 }
 
 bool mainWindow::eventFilter(QObject *watched, QEvent *event)
@@ -87,7 +84,7 @@ void mainWindow::moveEvent(QMoveEvent *event)
 void mainWindow::closeEvent(QCloseEvent *event)
 {
     event->accept();
-    m_app.Quit(0);
+    emit closeAsked();
 }
 
 } // namespace verlis

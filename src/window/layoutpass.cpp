@@ -1,5 +1,7 @@
 #include "layoutpass.h"
 
+#include "poem/composition.h"
+
 namespace verlis {
 
 std::array<RowGeometry, 14> labelRowGeometry(qint64 width, qint64 height)
@@ -19,7 +21,7 @@ std::array<RowGeometry, 14> labelRowGeometry(qint64 width, qint64 height)
     qint64 lineTop = top;
     for (int i = 0; i < 14; ++i) {
         if (i > 0)
-            lineTop += (i == 4 || i == 8 || i == 11) ? 2 * rowHeight : rowHeight;
+            lineTop += endsStanza(i - 1) ? 2 * rowHeight : rowHeight; // a stanza's gap
         const auto y = int(lineTop);
         const auto h = int(rowHeight);
         rows[i] = {QRect(int(pageLeft), y, int(pageWidth), h),

@@ -20,10 +20,4 @@ struct RowGeometry {
 // and below, into 17 equal rows.
 std::array<RowGeometry, 14> labelRowGeometry(qint64 width, qint64 height);
 
-// The row of line i counted from the first, stanza gaps included.
-constexpr int rowOfLine(int line)
-{
-    return line + (line >= 4 ? 1 : 0) + (line >= 8 ? 1 : 0) + (line >= 11 ? 1 : 0);
-}
-
 } // namespace verlis

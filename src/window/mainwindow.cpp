@@ -17,8 +17,8 @@ constexpr QRect PanelRect(12, 10, 528, 496);
 
 } // namespace
 
-mainWindow::mainWindow(App &app, QMenuBar *menuBar, Dialogs &dialogs)
-    : m_app(app), m_dialogs(dialogs)
+mainWindow::mainWindow(Preferences &prefs, QMenuBar *menuBar, Dialogs &dialogs)
+    : m_prefs(prefs), m_dialogs(dialogs)
 {
     Layout(menuBar);
     CreateControls();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls.h"
+#include "panelpage.h"
 #include "poem/book.h"
 #include "poem/selection.h"
 #include "shell/preferences.h"
@@ -16,7 +17,6 @@ class QPushButton;
 
 namespace verlis {
 
-class App;
 class Dialogs;
 
 // The one window: three panel pages (import, label, reading), the Poem book
@@ -28,9 +28,11 @@ public:
     static constexpr int DesignHeight = 516;
     static constexpr SizeLimits Limits{480, 32000, 480, 32000};
     static constexpr int LineCount = 14;
-    enum PanelPage { ImportPage = 0, LabelPage = 1, ReadingPage = 2 };
+    using enum PanelPage;
 
-    mainWindow(App &app, QMenuBar *menuBar, Dialogs &dialogs);
+    // The window works on the settings it is handed, and says when they
+    // should reach the screen and when the user asks it to close.
+    mainWindow(Preferences &prefs, QMenuBar *menuBar, Dialogs &dialogs);
 
     // The Poem book and the selection.
     const QString &Line(int page, int line) const { return m_book.Line(page, line); }
@@ -94,6 +96,10 @@ public:
 
 signals:
     void panelPageChanged(int value);
+    // A setting changed, or the window's size: the appearance pass is due.
+    void appearanceWanted();
+    // The window was closed: the program ends.
+    void closeAsked();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -126,7 +132,7 @@ private:
         return index >= 0 && index < LineCount ? array[index] : nullptr;
     }
 
-    App &m_app;
+    Preferences &m_prefs;
     Dialogs &m_dialogs;
     PoemBook m_book;
     Selection m_selection;

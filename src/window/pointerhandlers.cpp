@@ -1,7 +1,6 @@
 // The labels of the label page that answer to the pointer.
 #include "mainwindow.h"
 
-#include "shell/app.h"
 
 namespace verlis {
 
@@ -60,8 +59,8 @@ bool mainWindow::pageLabel_MouseDown(Label *label)
 
 bool mainWindow::numberBtn_MouseDown(Label *)
 {
-    m_app.prefs.BshowNumber = !m_app.prefs.BshowNumber;
-    m_app.setAppearance();
+    m_prefs.BshowNumber = !m_prefs.BshowNumber;
+    emit appearanceWanted();
     return false;
 }
 

@@ -20,26 +20,29 @@ public:
     std::optional<QString> openFile(QWidget *, const verlis::OpenFileRequest &request) override
     {
         fileRequests.append(request);
-        if (nextFiles.empty())
-            return std::nullopt;
-        auto answer = nextFiles.front();
-        nextFiles.pop_front();
-        return answer;
+        return next(nextFiles);
     }
 
-    bool selectColor(QWidget *, verlis::Color &color, const QString &prompt) override
+    std::optional<verlis::Color> selectColor(QWidget *, verlis::Color,
+                                             const QString &prompt) override
     {
         colorPrompts.append(prompt);
-        if (nextColors.empty() || !nextColors.front()) {
-            if (!nextColors.empty())
-                nextColors.pop_front();
-            color = 0x123456; // what the user moved to before cancelling
-            return false;
-        }
-        color = *nextColors.front();
-        nextColors.pop_front();
-        return true;
+        return next(nextColors);
     }
 
     void msgBox(QWidget *, const QString &text) override { messages.append(text); }
+
+private:
+    template <typename T>
+    static std::optional<T> next(std::deque<std::optional<T>> &answers)
+    {
+        if (answers.empty())
+            return std::nullopt;
+        // Taken apart rather than copied whole: GCC 12 warns falsely on a
+        // copied std::optional<QString>.
+        const bool given = answers.front().has_value();
+        T value = given ? *answers.front() : T{};
+        answers.pop_front();
+        return given ? std::optional<T>(std::move(value)) : std::nullopt;
+    }
 };
