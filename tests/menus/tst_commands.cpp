@@ -6,11 +6,32 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
 
 using namespace verlis;
+
+namespace {
+
+// One line per item: its menu, name, caption and key sequence as Qt reads it.
+QStringList describe(const QMenu *menu)
+{
+    QStringList lines;
+    for (QAction *item : menu->actions()) {
+        lines << QStringLiteral("%1 %2 %3 %4")
+                     .arg(menu->objectName(), item->objectName(),
+                          item->isSeparator() ? QStringLiteral("-") : MenuBar1::Text(item),
+                          item->shortcut().toString(QKeySequence::PortableText));
+        if (item->menu())
+            lines << describe(item->menu());
+    }
+    return lines;
+}
+
+} // namespace
+
 
 class TestCommands : public QObject {
     Q_OBJECT
@@ -26,6 +47,9 @@ private slots:
     void colourDialogs();
     void fontChoiceAndSizeBounds();
     void editCommandsActOnTheFocusedField();
+    void theTreeInItsOrder();
+    void noTwoItemsShareAKey();
+    void keyEquivalentsObeyTheEnabling();
 
 private:
     void trigger(const QString &name, int index = 0);
@@ -222,6 +246,93 @@ void TestCommands::editCommandsActOnTheFocusedField()
     QVERIFY(!app->menuBar().item("EditPaste")->isEnabled());
     w->PagePanel1()->setValue(mainWindow::ImportPage);
     QVERIFY(!app->menuBar().item("EditCopy")->isEnabled());
+}
+
+void TestCommands::theTreeInItsOrder()
+{
+    const MenuBar1 *bar = &app->menuBar();
+    QStringList titles;
+    QStringList lines;
+    for (QAction *top : bar->actions()) {
+        titles << top->text();
+        lines << describe(top->menu());
+    }
+    QCOMPARE(titles, (QStringList{"ファイル", "編集", "表示", "生成", "前のページ", "次のページ"}));
+    QCOMPARE(lines.first(), QStringLiteral("FileMenu FileQuit 終了 Ctrl+Q"));
+    QCOMPARE(bar->item("FileQuit")->menuRole(), QAction::QuitRole);
+    QCOMPARE(bar->item("aboutMenu")->menuRole(), QAction::AboutRole);
+    // The font list ends its submenu, after the designed items, in the
+    // platform's order; the submenu is followed by the rest of "表示".
+    const qsizetype font = lines.indexOf(QStringLiteral("hyoujiFont UntitledSeparator - "));
+    QVERIFY(font > 0);
+    QCOMPARE(lines.mid(font + 1, 4),
+             (QStringList{"hyoujiFont fontName Alpha ", "hyoujiFont fontName Beta ",
+                          "hyoujiFont fontName Gamma ", "hyoujiMenu menuBackColor 背景色... "}));
+    QCOMPARE(lines[lines.indexOf("hyoujiFont fontBold ボールド Meta+Ctrl+B") - 1],
+             QStringLiteral("hyoujiMenu hyoujiFont フォント "));
+    // The line items, designed and made at start, with their keys.
+    const QString keys = "1234567890UIOP";
+    const qsizetype prev = lines.indexOf(QStringLiteral("pageMenu UntitledSeparator1 - ")) + 1;
+    const qsizetype next =
+        lines.indexOf(QStringLiteral("次のページMenu UntitledSeparator2 - ")) + 1;
+    QCOMPARE(lines.size(), next + 14);
+    for (int i = 0; i < 14; ++i) {
+        QCOMPARE(
+            lines[prev + i],
+            QStringLiteral("pageMenu menuPrevLine %1行目 Ctrl+Alt+%2").arg(i + 1).arg(keys[i]));
+        QCOMPARE(lines[next + i], QStringLiteral("次のページMenu menuNextLine %1行目 Ctrl+Shift+%2")
+                                      .arg(i + 1)
+                                      .arg(keys[i]));
+        QCOMPARE(MenuBar1::Index(bar->item("menuNextLine", i)), i);
+    }
+    QCOMPARE(bar->item("menuNextLine", 14), nullptr);
+    // Both notations are kept as written.
+    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 0)),
+             QStringLiteral("Cmd+Shift+1"));
+    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 9)),
+             QStringLiteral("command-shift-0"));
+}
+
+void TestCommands::noTwoItemsShareAKey()
+{
+    QHash<QKeySequence, QString> owners;
+    int withKeys = 0;
+    for (QAction *item : w->findChildren<QAction *>()) {
+        for (const QKeySequence &key : item->shortcuts()) {
+            QVERIFY2(!owners.contains(key), qPrintable(key.toString() + " is on " + owners[key] +
+                                                       " and " + item->objectName()));
+            owners.insert(key, item->objectName());
+            ++withKeys;
+        }
+        QVERIFY(item->shortcuts().size() <= 1); // no second sequence for one key
+    }
+    QCOMPARE(withKeys, 3 + 4 + 3 + 2 + 2 + 28);
+}
+
+void TestCommands::keyEquivalentsObeyTheEnabling()
+{
+    w->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(w));
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
+    QTest::keyClick(w, Qt::Key_BracketRight, Qt::ControlModifier);
+    for (int i = 0; i < 14; ++i)
+        QCOMPARE(w->whatPage(i), qint8(1));
+    QTest::keyClick(w, Qt::Key_P, Qt::ControlModifier | Qt::AltModifier);
+    QCOMPARE(w->whatPage(13), qint8(0));
+    QTest::keyClick(w, Qt::Key_0, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(w->whatPage(9), qint8(2));
+
+    // On the import page the turning keys do nothing; reset and shuffle work.
+    w->PagePanel1()->setValue(mainWindow::ImportPage);
+    const auto before = w->selection().pages();
+    QTest::keyClick(w, Qt::Key_BracketRight, Qt::ControlModifier);
+    QTest::keyClick(w, Qt::Key_1, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(w->selection().pages(), before);
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
+    QTest::keyClick(w, Qt::Key_R, Qt::ControlModifier);
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
+    for (int i = 0; i < 14; ++i)
+        QCOMPARE(w->whatPage(i), before[0]);
 }
 
 QTEST_MAIN(TestCommands)

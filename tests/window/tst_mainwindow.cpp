@@ -22,10 +22,8 @@ private slots:
     void initTestCase();
     void init();
 
-    void controlsStartAsDeclared();
     void layoutPassNumbers_data();
     void layoutPassNumbers();
-    void rowHeightIsTruncated();
     void lockedControlsFollowTheWindowToItsMinimum();
     void makePoetryFillsLabelsAndFieldsAndShowsTheReadingPage();
     void readTextReplacesTheBookButNotThePoemOnScreen();
@@ -35,6 +33,11 @@ private slots:
     void readingRowsStandLevelAndWhole_data();
     void storedGeometryIsKeptOnScreen_data();
     void storedGeometryIsKeptOnScreen();
+    // The label page, which the program never shows, driven by the pointer.
+    void arrowsTurnOneLineOrWithShiftAll_data();
+    void arrowsTurnOneLineOrWithShiftAll();
+    void hoverBlackensAndAPressGreys();
+    void wordLabelsAndPageNumbers();
     void readingRowsStandLevelAndWhole();
 
 private:
@@ -63,25 +66,6 @@ void TestMainWindow::init()
     w->makePBtn()->click();
 }
 
-void TestMainWindow::controlsStartAsDeclared()
-{
-    TestApp fresh;
-    mainWindow &d = fresh.app->window();
-    QCOMPARE(d.PagePanel1()->Value(), 0);
-    QVERIFY(d.ReadTextBtn()->isHidden() && d.ReadTextBtn()->isEnabled());
-    QVERIFY(d.makePBtn()->isHidden() && !d.makePBtn()->isEnabled());
-    for (int i = 0; i < 14; ++i) {
-        QCOMPARE(d.textLabel(i)->Index(), i);
-        QCOMPARE(d.textLabel(i)->TextColor(), Color(0x000000));
-        for (Label *grey : {d.LeftArrowLabel(i), d.rightArrowLabel(i), d.pageLabel(i)})
-            QCOMPARE(grey->TextColor(), Color(0xBFBFBF));
-    }
-    QCOMPARE(d.textLabel(14), nullptr);
-    QCOMPARE(d.pageLabel(-1), nullptr);
-    QVERIFY(d.TextField1()->isReadOnly() && d.noField()->isReadOnly());
-    QCOMPARE(d.noField()->document()->defaultTextOption().alignment(), Qt::AlignRight);
-}
-
 void TestMainWindow::layoutPassNumbers_data()
 {
     QTest::addColumn<int>("width");
@@ -91,6 +75,7 @@ void TestMainWindow::layoutPassNumbers_data()
     QTest::newRow("default 552 x 516") << 552 << 516 << 24 << 384;
     QTest::newRow("minimum 480 x 480") << 480 << 480 << 22 << 312;
     QTest::newRow("wide and tall") << 900 << 700 << 35 << 732;
+    QTest::newRow("407 / 17 truncated, not rounded") << 552 << 503 << 23 << 384;
 }
 
 void TestMainWindow::layoutPassNumbers()
@@ -115,15 +100,6 @@ void TestMainWindow::layoutPassNumbers()
     // The word labels keep their distance to the right edge.
     QCOMPARE(w->controlRect(w->resetBtn()), QRect(width - 66, 16, 54, 20));
     QCOMPARE(w->controlRect(w->numberBtn()), QRect(width - 246, 16, 54, 20));
-}
-
-void TestMainWindow::rowHeightIsTruncated()
-{
-    for (const auto &[height, row] : {std::pair{516, 24}, {515, 24}, {504, 24}, {503, 23}})
-        QCOMPARE(labelRowGeometry(552, height)[0].page.height(), row);
-    QCOMPARE(labelRowGeometry(552, 516)[13].page.bottom() + 1, 456);
-    // The pass gives the same result run again.
-    QCOMPARE(labelRowGeometry(600, 600)[7].text, labelRowGeometry(600, 600)[7].text);
 }
 
 void TestMainWindow::lockedControlsFollowTheWindowToItsMinimum()
@@ -175,6 +151,7 @@ void TestMainWindow::readTextReplacesTheBookButNotThePoemOnScreen()
     QVERIFY(writeBook(other, {"", "甲", "", "乙", "   ", "丙", "丁", "戊", "己", "庚", "辛", "壬",
                               "癸", "子", "丑", "寅", "卯"}));
     w->readText(other);
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
     for (int i = 0; i < 14; ++i)
         QCOMPARE(w->whatPage(i), qint8(0));
     QCOMPARE(w->TextField1()->Text(), onScreen);
@@ -225,7 +202,7 @@ void TestMainWindow::appearanceFollowsSettingsAndHeight()
 
     app->prefs.BshowNumber = true;
     app->prefs.mainSize = 30;
-    app->prefs.mainBold = true;
+    app->prefs.mainBold = app->prefs.mainItalic = app->prefs.mainUnderline = true;
     app->prefs.ColorText = 0x0000FF;
     app->prefs.ColorBack = 0x102030;
     app->setAppearance();
@@ -233,8 +210,14 @@ void TestMainWindow::appearanceFollowsSettingsAndHeight()
     QVERIFY(!w->pageLabel(3)->isHidden());
     QVERIFY(app->menuBar().item("menuShowNumber")->isChecked());
     QVERIFY(app->menuBar().item("fontBold")->isChecked());
-    QCOMPARE(QFontInfo(w->textLabel(0)->font()).pixelSize(), 30);
-    QVERIFY(w->textLabel(0)->font().bold() && w->TextField1()->textStyle().Bold);
+    for (int i = 0; i < 14; ++i) {
+        for (const Label *label : {w->textLabel(i), w->pageLabel(i)}) {
+            const QFont font = label->font();
+            QVERIFY2(font.bold() && font.italic() && font.underline(), qPrintable(label->Text()));
+            QCOMPARE(QFontInfo(font).pixelSize(), 30);
+        }
+    }
+    QVERIFY(w->TextField1()->textStyle().Bold);
     // mainSize reaches the labels only; colours reach the fields and window only.
     QCOMPARE(w->TextField1()->TextSize(), 448.0f / 26.0f);
     QCOMPARE(w->TextField1()->TextColor(), Color(0x0000FF));
@@ -381,4 +364,99 @@ void TestMainWindow::storedGeometryIsKeptOnScreen()
     QFETCH(QList<QRect>, areas);
     QFETCH(QRect, kept);
     QCOMPARE(keptOnScreens(stored, areas, QSize(480, 480)), kept);
+}
+
+namespace {
+
+void press(Label *label, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QTest::mouseClick(label, Qt::LeftButton, modifiers, label->rect().center());
+}
+
+void hover(Label *label) { QTest::mouseMove(label, label->rect().center()); }
+
+// The label page in front with its page numbers, line i on page i % 10,
+// the pointer away.
+void showLabelPage(App *app, mainWindow *w)
+{
+    app->prefs.BshowNumber = true;
+    app->setAppearance();
+    for (int i = 0; i < 14; ++i)
+        w->selection().setWhatPage(i, qint8(i % 10));
+    w->PagePanel1()->setValue(mainWindow::LabelPage);
+    w->makePoetry();
+    QTest::mouseMove(w, QPoint(1, 1));
+}
+
+} // namespace
+
+void TestMainWindow::arrowsTurnOneLineOrWithShiftAll_data()
+{
+    QTest::addColumn<bool>("right");
+    QTest::addColumn<bool>("shift");
+    QTest::newRow("left") << false << false;
+    QTest::newRow("right") << true << false;
+    QTest::newRow("shift left turns all") << false << true;
+    QTest::newRow("shift right turns all") << true << true;
+}
+
+void TestMainWindow::arrowsTurnOneLineOrWithShiftAll()
+{
+    QFETCH(bool, right);
+    QFETCH(bool, shift);
+    // Line 9 stands on page 9 and line 0 on page 0: both wrap.
+    for (int line : {0, 9}) {
+        showLabelPage(app, w);
+        press(right ? w->rightArrowLabel(line) : w->LeftArrowLabel(line),
+              shift ? Qt::ShiftModifier : Qt::NoModifier);
+        const int step = right ? 1 : -1;
+        for (int i = 0; i < 14; ++i) {
+            const int expected = (i % 10 + (shift || i == line ? step : 0) + 10) % 10;
+            QCOMPARE(w->whatPage(i), qint8(expected));
+            QCOMPARE(w->pageLabel(i)->Text(), QString::number(expected + 1));
+        }
+    }
+}
+
+void TestMainWindow::hoverBlackensAndAPressGreys()
+{
+    showLabelPage(app, w);
+    for (Label *label : {w->rightArrowLabel(5), w->resetBtn(), w->shuffleBtn()}) {
+        QCOMPARE(label->TextColor(), Color(0xBFBFBF));
+        hover(label);
+        QTRY_COMPARE(label->TextColor(), Color(0x000000));
+        press(label);
+        QCOMPARE(label->TextColor(), Color(0xBFBFBF));
+        QTest::mouseMove(w, QPoint(1, 1));
+    }
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::LabelPage));
+}
+
+void TestMainWindow::wordLabelsAndPageNumbers()
+{
+    showLabelPage(app, w);
+    w->selection().setWhatPage(0, 6);
+    press(w->resetBtn(), Qt::ShiftModifier); // Shift changes nothing here
+    for (int i = 0; i < 14; ++i)
+        QCOMPARE(w->whatPage(i), qint8(6));
+
+    // A page number draws its own line only.
+    showLabelPage(app, w);
+    std::array<bool, 10> seen{};
+    for (int n = 0; n < 200; ++n) {
+        press(w->pageLabel(12));
+        seen[size_t(w->whatPage(12))] = true;
+        QCOMPARE(w->textLabel(12)->Text(), QStringLiteral("%1-13").arg(w->whatPage(12) + 1));
+        QCOMPARE(w->whatPage(11), qint8(1));
+    }
+    QVERIFY(seen[0] && seen[9]);
+
+    press(w->numberBtn());
+    QVERIFY(!app->prefs.BshowNumber);
+    QVERIFY(w->pageLabel(0)->isHidden());
+    const auto before = w->selection().pages();
+    press(w->loadBtn());
+    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
+    QCOMPARE(w->selection().pages(), before);
+    QVERIFY(m_t->dialogs->fileRequests.isEmpty());
 }
