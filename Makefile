@@ -4,7 +4,7 @@ BUILD_DIR := build/$(PRESET)
 DEPS_STAMP := build/.deps.stamp
 NPROC     := $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all run test bench deps build clean
+.PHONY: all run test bench fuzz deps build clean
 
 all: build
 
@@ -29,6 +29,13 @@ test: build
 bench: build
 	cmake --build $(BUILD_DIR) -j $(NPROC) --target benchmarks
 	bench/run.sh $(BUILD_DIR)
+
+# Each fuzz target for FUZZ_SECONDS, from the seeds in fuzz/corpus.
+FUZZ_SECONDS ?= 60
+fuzz: $(DEPS_STAMP)
+	cmake --preset fuzz
+	cmake --build build/fuzz -j $(NPROC)
+	fuzz/run.sh build/fuzz $(FUZZ_SECONDS)
 
 clean:
 	rm -rf build

@@ -9,6 +9,8 @@ packages=(
   qt6-translations-l10n   # the toolkit's dialogs in Japanese
   libuchardet-dev
   libbenchmark-dev
+  # make fuzz: clang with libFuzzer, and the symbolizer for readable crash reports
+  clang libclang-rt-14-dev llvm-14
   # a real X server for the end-to-end tests
   xvfb openbox xdotool xclip x11-utils imagemagick
   # Japanese text on screen

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QString>
 #include <QStringList>
 
@@ -13,11 +14,19 @@ struct BookFile {
 };
 
 inline constexpr int MaxBookLines = 140;
+// A file without line ends, a disc image say, is read no further than this:
+// 140 lines of a real book come long before it.
+inline constexpr qsizetype ReadBudget = qsizetype(4) * 1024 * 1024;
+// A longer line is no poem line: it is cut here, so that no table row or
+// field ever has to lay out megabytes.
+inline constexpr qsizetype MaxLineLength = 4096;
 
 // Reads the non-empty lines of a book. LF, CRLF and a lone CR end a line.
-// Reading stops after the 140th non-empty line, so a large file costs no
-// more than its start. Never throws; a file that can't be read gives
-// `opened == false`.
+// Reading stops after the 140th non-empty line or ReadBudget bytes, so a
+// large file costs no more than its start. Never throws.
+QStringList readBook(QIODevice &device);
+
+// The same from a file; a file that can't be read gives `opened == false`.
 BookFile readBookFile(const QString &path);
 
 // The same over bytes already in memory: detection of the encoding and the

@@ -109,7 +109,10 @@ Preferences decodePreferences(const QByteArray &bytes)
     Reader r(bytes);
     Preferences p;
     p.mainSize = r.uint8();
-    p.mainfont = QString::fromUtf8(r.pstring());
+    // Bytes that are no UTF-8 read as U+FFFD, three bytes each in the next
+    // record: the name is cut now as that record will cut it, so that what
+    // is loaded is what is saved.
+    p.mainfont = QString::fromUtf8(fontNameBytes(QString::fromUtf8(r.pstring())));
     p.MWLeft = r.int16();
     p.MWTop = r.int16();
     p.MWWidth = r.int16();
