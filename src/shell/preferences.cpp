@@ -1,78 +1,9 @@
 #include "preferences.h"
 
-#include <QtEndian>
-
-#include <cstring>
+#include <QDataStream>
+#include <QIODevice>
 
 namespace verlis {
-
-namespace {
-
-class Writer {
-public:
-    void uint8(quint8 v) { m_bytes.append(char(v)); }
-    void int8(qint8 v) { m_bytes.append(char(v)); }
-    void int16(qint16 v)
-    {
-        char b[2];
-        qToBigEndian(v, b);
-        m_bytes.append(b, 2);
-    }
-    void float64(double v)
-    {
-        quint64 bits;
-        std::memcpy(&bits, &v, sizeof bits);
-        char b[8];
-        qToBigEndian(bits, b);
-        m_bytes.append(b, 8);
-    }
-    void pstring(const QByteArray &bytes)
-    {
-        uint8(quint8(bytes.size()));
-        m_bytes.append(bytes);
-    }
-    QByteArray bytes() const { return m_bytes; }
-
-private:
-    QByteArray m_bytes;
-};
-
-// Past the end every read gives zero, which the normalisation turns into a default.
-class Reader {
-public:
-    explicit Reader(const QByteArray &bytes) : m_bytes(bytes) {}
-    quint8 uint8() { return quint8(first(take(1))); }
-    qint8 int8() { return qint8(first(take(1))); }
-    qint16 int16()
-    {
-        const QByteArray b = take(2);
-        return b.size() == 2 ? qFromBigEndian<qint16>(b.constData()) : 0;
-    }
-    double float64()
-    {
-        const QByteArray b = take(8);
-        if (b.size() != 8)
-            return 0.0;
-        const quint64 bits = qFromBigEndian<quint64>(b.constData());
-        double v;
-        std::memcpy(&v, &bits, sizeof v);
-        return v;
-    }
-    QByteArray pstring() { return take(uint8()); }
-
-private:
-    static char first(const QByteArray &b) { return b.isEmpty() ? char(0) : b[0]; }
-    QByteArray take(qsizetype n)
-    {
-        const QByteArray part = m_bytes.mid(m_at, n);
-        m_at += n;
-        return part.size() == n ? part : QByteArray();
-    }
-    const QByteArray &m_bytes;
-    qsizetype m_at = 0;
-};
-
-} // namespace
 
 QByteArray fontNameBytes(const QString &name)
 {
@@ -85,47 +16,49 @@ QByteArray fontNameBytes(const QString &name)
     return bytes.left(cut);
 }
 
+// QDataStream writes big-endian integers and IEEE doubles by default, the
+// record's own form; a read past the end gives zero, which the normalisation
+// turns into a default.
 QByteArray encodePreferences(const Preferences &p)
 {
-    Writer w;
-    w.uint8(p.mainSize);
-    w.pstring(fontNameBytes(p.mainfont));
-    w.int16(p.MWLeft);
-    w.int16(p.MWTop);
-    w.int16(p.MWWidth);
-    w.int16(p.MWHeight);
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    const QByteArray name = fontNameBytes(p.mainfont);
+    out << p.mainSize << quint8(name.size());
+    out.writeRawData(name.constData(), int(name.size()));
+    out << p.MWLeft << p.MWTop << p.MWWidth << p.MWHeight;
     for (bool flag : {p.mainBold, p.mainItalic, p.mainUnderline, p.BshowNumber})
-        w.int8(flag ? 1 : 0);
-    for (Color c : {p.ColorText, p.ColorBack}) {
-        w.float64(readColorHue(c));
-        w.float64(readColorSaturation(c));
-        w.float64(readColorValue(c));
-    }
-    return w.bytes();
+        out << qint8(flag ? 1 : 0);
+    for (Color c : {p.ColorText, p.ColorBack})
+        out << readColorHue(c) << readColorSaturation(c) << readColorValue(c);
+    return bytes;
 }
 
 Preferences decodePreferences(const QByteArray &bytes)
 {
-    Reader r(bytes);
+    QDataStream in(bytes);
     Preferences p;
-    p.mainSize = r.uint8();
+    quint8 nameLength = 0;
+    in >> p.mainSize >> nameLength;
+    QByteArray name(nameLength, Qt::Uninitialized);
+    if (in.readRawData(name.data(), nameLength) != nameLength) {
+        name.clear();
+        in.setStatus(QDataStream::ReadPastEnd);
+    }
     // Bytes that are no UTF-8 read as U+FFFD, three bytes each in the next
     // record: the name is cut now as that record will cut it, so that what
     // is loaded is what is saved.
-    p.mainfont = QString::fromUtf8(fontNameBytes(QString::fromUtf8(r.pstring())));
-    p.MWLeft = r.int16();
-    p.MWTop = r.int16();
-    p.MWWidth = r.int16();
-    p.MWHeight = r.int16();
+    p.mainfont = QString::fromUtf8(fontNameBytes(QString::fromUtf8(name)));
+    in >> p.MWLeft >> p.MWTop >> p.MWWidth >> p.MWHeight;
     // Only the byte 1 means true.
-    p.mainBold = r.int8() == 1;
-    p.mainItalic = r.int8() == 1;
-    p.mainUnderline = r.int8() == 1;
-    p.BshowNumber = r.int8() == 1;
+    for (bool *flag : {&p.mainBold, &p.mainItalic, &p.mainUnderline, &p.BshowNumber}) {
+        qint8 byte = 0;
+        in >> byte;
+        *flag = byte == 1;
+    }
     for (Color *c : {&p.ColorText, &p.ColorBack}) {
-        const double h = r.float64();
-        const double s = r.float64();
-        const double v = r.float64();
+        double h = 0, s = 0, v = 0;
+        in >> h >> s >> v;
         *c = HSV(h, s, v, 0);
     }
     return p;
