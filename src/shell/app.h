@@ -45,7 +45,7 @@ public:
 
     Preferences prefs;
 
-    QString Version() const { return QStringLiteral("0.3.0"); }
+    QString Version() const { return QStringLiteral(VERLIS_VERSION); }
     QString Copyright() const { return QStringLiteral("Verlis"); }
     int buildYear() const;
 

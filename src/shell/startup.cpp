@@ -3,11 +3,23 @@
 #include "window/mainwindow.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 
 namespace verlis {
+
+void setApplicationIdentity()
+{
+    QApplication::setApplicationName(QStringLiteral("Verlis"));
+    QApplication::setApplicationVersion(QStringLiteral(VERLIS_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral(VERLIS_APP_ID));
+    // The installed theme's icon where there is one; the bundled one otherwise,
+    // so that a program started from its build folder has it too.
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral(VERLIS_APP_ID),
+                                                 QIcon(QStringLiteral(":/icons/verlis.svg"))));
+}
 
 void installToolkitTranslations(QApplication &application)
 {
