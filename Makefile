@@ -4,7 +4,7 @@ BUILD_DIR := build/$(PRESET)
 DEPS_STAMP := build/.deps.stamp
 NPROC     := $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all run test bench deps build clean
+.PHONY: all run test bench deps build package clean
 
 all: build
 
@@ -29,6 +29,11 @@ test: build
 bench: build
 	cmake --build $(BUILD_DIR) -j $(NPROC) --target benchmarks
 	bench/run.sh $(BUILD_DIR)
+
+# The Debian package, from the release build: build/release/verlis_<version>_amd64.deb
+package:
+	$(MAKE) build PRESET=release
+	cd build/release && cpack
 
 clean:
 	rm -rf build

@@ -14,6 +14,8 @@ packages=(
   xvfb openbox xdotool xclip x11-utils imagemagick
   # Japanese text on screen
   fonts-noto-cjk
+  # the install and package checks
+  desktop-file-utils appstream lintian dpkg-dev file binutils
 )
 
 missing=()
