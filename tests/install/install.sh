@@ -20,7 +20,7 @@ shows_first_poem() { # what, the program's folder
   check "$1: first stanza" "$first_stanza" "$(sed -n 1,4p "$tmp/poem" | tr '\n' '|')"
   # The icon's own blue, 0xff2f3e6e: the window manager puts a stock icon on
   # a window that has none.
-  xprop -id "$WIN" -f _NET_WM_ICON 32c ' $0+' _NET_WM_ICON | grep -q '\b4281286254\b' &&
+  xprop -id "$WIN" -f _NET_WM_ICON 32c ' $0+' _NET_WM_ICON | grep '\b4281286254\b' >/dev/null &&
     pass || fail "$1: the window does not show the program's icon"
   keys ctrl+q
   check "$1: exit status" 0 "$(wait_exit)"
@@ -44,7 +44,7 @@ deb=$(ls "$tmp"/package/*.deb)
 check "package file" "verlis_$(dpkg-deb -f "$deb" Version)_amd64.deb" "$(basename "$deb")"
 depends=$(dpkg-deb -f "$deb" Depends)
 for p in libqt6widgets6 libuchardet0 qt6-qpa-plugins libqt6svg6 qt6-translations-l10n; do
-  [[ ", $depends" == *", $p"[\ ,]* ]] && pass || fail "$p not in Depends: $depends"
+  [[ ", $depends," == *", $p"[\ ,]* ]] && pass || fail "$p not in Depends: $depends"
 done
 contents=$(dpkg-deb -c "$deb" | awk '{print $6}' | sort)
 for f in bin/verlis share/verlis/Verlis.txt "share/applications/${entry##*/}" \
