@@ -4,7 +4,7 @@ BUILD_DIR := build/$(PRESET)
 DEPS_STAMP := build/.deps.stamp
 NPROC     := $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all run test bench fuzz deps build clean
+.PHONY: all run test bench fuzz deps build package clean
 
 all: build
 
@@ -36,6 +36,11 @@ fuzz: $(DEPS_STAMP)
 	cmake --preset fuzz
 	cmake --build build/fuzz -j $(NPROC)
 	fuzz/run.sh build/fuzz $(FUZZ_SECONDS)
+
+# The Debian package, from the release build: build/release/verlis_<version>_amd64.deb
+package:
+	$(MAKE) build PRESET=release
+	cd build/release && cpack
 
 clean:
 	rm -rf build

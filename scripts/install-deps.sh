@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake pkg-config
   qt6-base-dev qt6-qpa-plugins libgl-dev
+  libqt6svg6              # the SVG icon: its icon engine and image plugin
   qt6-translations-l10n   # the toolkit's dialogs in Japanese
   libuchardet-dev
   libbenchmark-dev
@@ -15,6 +16,8 @@ packages=(
   xvfb openbox xdotool xclip x11-utils imagemagick
   # Japanese text on screen
   fonts-noto-cjk
+  # the install and package checks
+  desktop-file-utils appstream lintian dpkg-dev file binutils
 )
 
 missing=()

@@ -16,24 +16,25 @@
 #include <QPushButton>
 #include <QStandardPaths>
 
-#ifndef VERLIS_DATA_DIR
-#define VERLIS_DATA_DIR "/usr/local/share/verlis"
-#endif
-
 namespace verlis {
 
 namespace {
 
 constexpr qint64 MaxPreferencesBytes = PreferencesFixedBytes + MaxFontNameBytes;
 
-// The book beside the program, or else the one installed with it.
+// The book beside the program, else the one installed with it in the same
+// prefix, wherever that prefix is, else one in the user's or system's data
+// folders.
 QString findDefaultBook()
 {
-    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/Verlis.txt");
-    if (QFileInfo::exists(beside))
-        return beside;
-    const QString installed = QStringLiteral(VERLIS_DATA_DIR "/Verlis.txt");
-    return QFileInfo::exists(installed) ? installed : QString();
+    const QDir programFolder(QCoreApplication::applicationDirPath());
+    for (const QString &path :
+         {programFolder.filePath(QStringLiteral("Verlis.txt")),
+          programFolder.filePath(QStringLiteral("../share/verlis/Verlis.txt"))})
+        if (QFileInfo(path).isFile())
+            return QDir::cleanPath(path);
+    return QStandardPaths::locate(QStandardPaths::GenericDataLocation,
+                                  QStringLiteral("verlis/Verlis.txt"));
 }
 
 } // namespace

@@ -65,6 +65,8 @@ void QtDialogs::msgBox(QWidget *parent, const QString &text)
     box.setWindowTitle(QString());
     box.setText(QString(text).replace(QChar(13), QChar('\n')));
     box.setStandardButtons(QMessageBox::Ok);
+    // So that the version can be copied into a report.
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.exec();
 }
 

@@ -5,7 +5,7 @@
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Verlis"));
+    verlis::setApplicationIdentity();
     verlis::installToolkitTranslations(application);
     const auto app = verlis::startVerlis(verlis::Environment::system());
     return application.exec();

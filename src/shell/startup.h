@@ -8,6 +8,10 @@ class QApplication;
 
 namespace verlis {
 
+// The program's name, its desktop entry and its icon, for the window manager
+// and the desktop.
+void setApplicationIdentity();
+
 // The interface is Japanese whatever the locale: so are the toolkit's dialogs.
 void installToolkitTranslations(QApplication &application);
 

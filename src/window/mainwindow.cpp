@@ -58,6 +58,9 @@ void mainWindow::createImportPage(QWidget *page)
     m_listbox =
         new Listbox({QStringLiteral("頁"), QStringLiteral("行"), QStringLiteral(" ")}, page);
     m_listbox->setObjectName(QStringLiteral("DefaultListbox"));
+    m_listbox->setAccessibleName(QStringLiteral("本の内容"));
+    m_listbox->setAccessibleDescription(
+        QStringLiteral("本のすべての行を頁、行、本文の順に並べた表"));
     place(m_listbox, QRect(46, 37, 460, 407), LockLeft | LockTop | LockRight | LockBottom);
 
     // Never shown: commands that other code runs with click().
@@ -140,10 +143,15 @@ void mainWindow::createReadingPage(QWidget *page)
 {
     m_textField = new TextField(page);
     m_textField->setObjectName(QStringLiteral("TextField1"));
+    m_textField->setAccessibleName(QStringLiteral("詩"));
+    m_textField->setAccessibleDescription(
+        QStringLiteral("十四行の詩。各行はその行の頁から取られる"));
     place(m_textField, QRect(79, 34, 442, 448), LockLeft | LockTop | LockRight | LockBottom);
 
     m_noField = new TextField(page);
     m_noField->setObjectName(QStringLiteral("noField"));
+    m_noField->setAccessibleName(QStringLiteral("頁番号"));
+    m_noField->setAccessibleDescription(QStringLiteral("詩の各行が取られた頁の番号"));
     m_noField->setRightAligned(true);
     place(m_noField, QRect(20, 34, 40, 448), LockLeft | LockTop | LockBottom);
     setTabOrder(m_textField, m_noField);
