@@ -103,8 +103,6 @@ void TestCommands::generateCommands_data()
     QTest::newRow("previous line 3 wraps")
         << "menuPrevLine" << 2 << mixed << QList<int>{9, 3, 9, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9};
     QTest::newRow("reset on line 1's page") << "menuReset" << 0 << mixed << QList<int>(14, 9);
-    QTest::newRow("reset twice changes nothing")
-        << "menuReset" << 0 << QList<int>(14, 4) << QList<int>(14, 4);
 }
 
 void TestCommands::generateCommands()
@@ -286,11 +284,6 @@ void TestCommands::theTreeInItsOrder()
         QCOMPARE(MenuBar1::Index(bar->item("menuNextLine", i)), i);
     }
     QCOMPARE(bar->item("menuNextLine", 14), nullptr);
-    // Both notations are kept as written.
-    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 0)),
-             QStringLiteral("Cmd+Shift+1"));
-    QCOMPARE(MenuBar1::KeyboardShortcut(bar->item("menuNextLine", 9)),
-             QStringLiteral("command-shift-0"));
 }
 
 void TestCommands::noTwoItemsShareAKey()
