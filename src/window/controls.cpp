@@ -109,10 +109,14 @@ void TextField::setText(const QString &text)
 
 void TextField::applyPendingText()
 {
-    if (m_textPending)
-        measureRows();
-    if (m_fontPending || m_textPending)
-        fitFont();
+    if (!m_textPending && !m_fontPending)
+        return;
+    QStringList rows = m_text.split(QChar(13));
+    for (QString &row : rows)
+        row = shownRow(row);
+    if (m_textPending || m_widestPerPixel < 0)
+        measureRows(rows);
+    fitFont();
     if (!m_textPending)
         return;
     m_textPending = false;
@@ -122,9 +126,6 @@ void TextField::applyPendingText()
     cursor.select(QTextCursor::Document);
     cursor.removeSelectedText();
     cursor.setBlockFormat(rowFormat());
-    QStringList rows = m_text.split(QChar(13));
-    for (QString &row : rows)
-        row = shownRow(row);
     cursor.insertText(rows.join(QLatin1Char('\n')));
     cursor.endEditBlock();
 }
@@ -181,21 +182,20 @@ void TextField::setTextStyle(const TextStyle &style)
 
 // The width of the widest row, per pixel of the font's size: text widths
 // grow in proportion to the size, so one measure serves every height.
-void TextField::measureRows()
+void TextField::measureRows(const QStringList &rows)
 {
     m_widestPerPixel = 0;
     TextStyle reference = m_style;
     reference.TextSize = 100;
     const QFontMetricsF metrics(reference.toFont(logicalDpiY()), this);
-    for (const QString &row : m_text.split(QChar(13)))
-        m_widestPerPixel = qMax(m_widestPerPixel, metrics.horizontalAdvance(shownRow(row)) / 100);
+    for (const QString &row : rows)
+        m_widestPerPixel = qMax(m_widestPerPixel, metrics.horizontalAdvance(row) / 100);
 }
 
+// The style's font, or a smaller one where the widest row would not fit.
 void TextField::fitFont()
 {
     m_fontPending = false;
-    if (m_widestPerPixel < 0)
-        measureRows();
     TextStyle fitted = m_style;
     const qreal room = viewport()->width() - 2 * document()->documentMargin() - 1;
     if (m_style.TextSize > 0 && m_widestPerPixel * m_style.TextSize > room && room > 0)

@@ -99,7 +99,7 @@ private:
     QTextBlockFormat rowFormat() const;
     void paintSelectionBands(QPainter &painter, const QTextCursor &selection) const;
     void fitFont();
-    void measureRows();
+    void measureRows(const QStringList &rows);
 
     QString m_text;
     bool m_textPending = false;
