@@ -30,5 +30,6 @@ keys ctrl+r # the import page shows; aligning composes the new book's first poem
 expected=$(for l in $(seq 1 14); do echo "本1の${l}行"; case $l in 4 | 8 | 11) echo ;; esac; done)
 check "the imported book's first poem" "$expected" "$(copied_poem)"
 keys ctrl+w
-check "exit status" 0 "$(wait_exit)"
+wait_exit
+check "exit status" 0 "$EXIT_STATUS"
 finish

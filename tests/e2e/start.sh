@@ -16,7 +16,8 @@ poem=$(copied_poem)
 first=$(sed -n 1,4p <<<"$poem" | tr '\n' '|')
 check "first stanza of the default book" "$(grep -v '^$' "$here/../../data/Verlis.txt" | sed -n 1,4p | tr '\n' '|')" "$first"
 keys alt+F4 # the window manager closes it, as with the close box
-check "exit status after closing" 0 "$(wait_exit)"
+wait_exit
+check "exit status after closing" 0 "$EXIT_STATUS"
 
 # Without a book: the import page and no message.
 dir=$(install_program)
@@ -24,5 +25,6 @@ start_program "$dir"
 check "windows of the program" 1 "$(xdotool search --onlyvisible --pid "$APP_PID" 2>/dev/null | wc -l)"
 import -window root "$out_dir/e2e-no-book.png"
 keys ctrl+q
-check "exit status after quitting" 0 "$(wait_exit)"
+wait_exit
+check "exit status after quitting" 0 "$EXIT_STATUS"
 finish
