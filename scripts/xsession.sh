@@ -11,7 +11,13 @@ running() {
   state=$(awk '{print $3}' "/proc/$1/stat" 2>/dev/null) && [ "$state" != Z ]
 }
 cleanup() {
-  local pid
+  local pid exe
+  # Programs that the command left running from the temporary folder.
+  for exe in /proc/[0-9]*/exe; do
+    if [[ "$(readlink "$exe" 2>/dev/null)" == "$tmp_home"/* ]]; then
+      kill -KILL "${exe//[^0-9]/}" 2>/dev/null || true
+    fi
+  done
   for pid in ${wm_pid:-} ${xvfb_pid:-}; do
     kill "$pid" 2>/dev/null || true
     for _ in $(seq 100); do running "$pid" || break; sleep 0.05; done
@@ -51,4 +57,8 @@ done
 sleep 0.3 # the window manager announces itself a moment before it manages windows
 
 unset QT_QPA_PLATFORM
-"$@"
+# Ended here, below the ctest timeout of 60 s, so that the cleanup still runs.
+status=0
+timeout -k 5 50 "$@" || status=$?
+[ "$status" -ne 124 ] || echo "xsession: gave up after 50 s waiting for $* to finish" >&2
+exit "$status"
