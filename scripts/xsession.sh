@@ -26,6 +26,7 @@ cleanup() {
   rm -rf "$tmp_home"
 }
 trap cleanup EXIT
+trap "exit 129" HUP; trap "exit 130" INT; trap "exit 143" TERM # cleaned up too
 give_up() { echo "xsession: $*" >&2; exit 1; }
 
 export HOME="$tmp_home"

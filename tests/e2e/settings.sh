@@ -28,10 +28,10 @@ wait_exit
 check "bold read back and toggled off" 0 "$(byte_at 16)"
 
 # Moved and resized by the window manager: recorded, and put back there.
-geometry() { xwininfo -id "$WIN" | awk '/Absolute upper-left X:/ {x=$4} /Absolute upper-left Y:/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} END {print x "," y " " w "x" h}'; }
+geometry() { bounded 10 xwininfo -id "$WIN" | awk '/Absolute upper-left X:/ {x=$4} /Absolute upper-left Y:/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} END {print x "," y " " w "x" h}'; }
 start_program "$dir"
-bar=$(($(xwininfo -id "$WIN" | awk '/Height:/ {print $2}') - 516))
-xdotool windowmove "$WIN" 300 200 windowsize "$WIN" 700 $((600 + bar))
+bar=$(($(bounded 10 xwininfo -id "$WIN" | awk '/Height:/ {print $2}') - 516))
+bounded 10 xdotool windowmove "$WIN" 300 200 windowsize "$WIN" 700 $((600 + bar))
 sleep 0.5
 moved=$(geometry)
 keys ctrl+w
