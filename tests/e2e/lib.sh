@@ -106,7 +106,6 @@ keys() { bounded 10 xdotool key --delay 40 "$@"; sleep 0.15; }
 # clipboard is emptied first and read until the copy has arrived, so that a
 # slow machine is waited for rather than misread.
 copied_poem() {
-  local text=""
   # xclip stays behind to serve the empty selection: keep it off our output.
   printf '' | timeout 5 xclip -selection clipboard >/dev/null 2>&1 ||
     fail "xclip did not take the clipboard within 5 s"
