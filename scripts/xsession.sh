@@ -49,13 +49,24 @@ export DISPLAY=":$(head -1 "$tmp_home/display")"
 
 openbox >/dev/null 2>&1 &
 wm_pid=$!
+# The window manager announces itself a moment before it manages windows, and
+# a window mapped in between stays without frame or focus: a probe window
+# has to get its frame first.
+xev -name xsession-probe >/dev/null 2>&1 &
+probe_pid=$!
+framed() {
+  local id tree
+  id=$(timeout 5 xdotool search --name '^xsession-probe$' 2>/dev/null | sed -n 1p) && [ -n "$id" ] &&
+    tree=$(timeout 5 xwininfo -tree -id "$id") && grep -q 'Parent window id:' <<<"$tree" &&
+    ! grep -q 'Parent window id:.*the root window' <<<"$tree"
+}
 deadline=$((EPOCHSECONDS + 20))
-until timeout 5 xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q window; do
+until framed; do
   running "$wm_pid" || give_up "openbox failed to start"
-  ((EPOCHSECONDS < deadline)) || give_up "gave up after 20 s waiting for openbox to manage the screen"
+  ((EPOCHSECONDS < deadline)) || give_up "gave up after 20 s waiting for openbox to frame a window"
   sleep 0.05
 done
-sleep 0.3 # the window manager announces itself a moment before it manages windows
+kill "$probe_pid"
 
 unset QT_QPA_PLATFORM
 # Ended here, below the ctest timeout of 60 s, so that the cleanup still runs.

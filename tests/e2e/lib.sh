@@ -54,7 +54,7 @@ start_program() {
   APP_PID=$!
   WIN=$(wait_window '詩篇')
   [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
-  wait_framed "$WIN"
+  wait_framed "$WIN" || { fail "the window manager did not take window 詩篇"; return 1; }
   bounded 10 xdotool windowactivate --sync "$WIN" >/dev/null 2>&1 || true
   sleep 0.4
 }
@@ -64,7 +64,7 @@ start_program() {
 wait_framed() {
   local root
   root=$(bounded 10 xwininfo -root | awk '/Window id:/ {print $4}')
-  wait_until 10 "the window manager's frame around window $1" _framed "$1" "$root" || true
+  wait_until 10 "the window manager's frame around window $1" _framed "$1" "$root"
 }
 _framed() { [ "$(timeout 5 xwininfo -tree -id "$1" | awk '/Parent window id:/ {print $4}')" != "$2" ]; }
 
