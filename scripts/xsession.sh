@@ -51,9 +51,12 @@ openbox >/dev/null 2>&1 &
 wm_pid=$!
 # The window manager announces itself a moment before it manages windows, and
 # a window mapped in between stays without frame or focus: a probe window
-# has to get its frame first.
-xev -name xsession-probe >/dev/null 2>&1 &
-probe_pid=$!
+# has to get its frame first, and is made anew while it doesn't.
+probe() {
+  [ -z "${probe_pid:-}" ] || kill "$probe_pid" 2>/dev/null || true
+  xev -name xsession-probe >/dev/null 2>&1 &
+  probe_pid=$! probe_made=$EPOCHSECONDS
+}
 framed() {
   local id tree
   id=$(timeout 5 xdotool search --name '^xsession-probe$' 2>/dev/null | sed -n 1p) && [ -n "$id" ] &&
@@ -61,9 +64,11 @@ framed() {
     ! grep -q 'Parent window id:.*the root window' <<<"$tree"
 }
 deadline=$((EPOCHSECONDS + 20))
+probe
 until framed; do
   running "$wm_pid" || give_up "openbox failed to start"
   ((EPOCHSECONDS < deadline)) || give_up "gave up after 20 s waiting for openbox to frame a window"
+  ((EPOCHSECONDS < probe_made + 2)) || probe
   sleep 0.05
 done
 kill "$probe_pid"
