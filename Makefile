@@ -4,7 +4,7 @@ BUILD_DIR := build/$(PRESET)
 DEPS_STAMP := build/.deps.stamp
 NPROC     := $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all run test bench fuzz deps build package clean
+.PHONY: all run test test-asan bench fuzz deps build package clean
 
 all: build
 
@@ -25,6 +25,10 @@ run: build
 
 test: build
 	ctest --test-dir $(BUILD_DIR) --output-on-failure
+
+# All tests under the address, leak and undefined-behaviour sanitizers.
+test-asan:
+	$(MAKE) PRESET=asan test
 
 bench: build
 	cmake --build $(BUILD_DIR) -j $(NPROC) --target benchmarks

@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QPushButton>
+#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace verlis {
@@ -155,17 +156,32 @@ void App::savePrefs()
     const QString path = preferencesPath();
     if (path.isEmpty() || !QDir().mkpath(m_env.preferencesFolder))
         return;
-    // Something else in the file's place (a folder, a pipe that would block
-    // the write) is left as it is: the settings go unsaved.
+    // Something else in the record's place (a folder, a pipe that would block
+    // the write, a file too long to be a record) is left as it is: the
+    // settings go unsaved. A link is judged by what it leads to.
     const QFileInfo existing(path);
-    if (existing.exists() && !existing.isFile())
+    if (existing.exists() && (!existing.isFile() || existing.size() > MaxPreferencesBytes))
         return;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    // The new record goes to a temporary file beside the old one and replaces
+    // it by a rename once it is on disk, so a kill or a full disk at any
+    // moment leaves the old record or the new one, never a cut one. A link
+    // stays a link: the record it leads to is the one replaced.
+    QSaveFile file(existing.exists() ? existing.canonicalFilePath() : path);
+    if (!file.open(QIODevice::WriteOnly))
         return;
-    file.write(encodePreferences(prefs));
-    file.close();
+    // commit() misses an error of the flush it does itself and would put a
+    // cut record in place: flushed here, a failure leaves the temporary file
+    // to be discarded.
+    const QByteArray record = encodePreferences(prefs);
+    if (!(file.write(record) == record.size() && file.flush() && file.commit()))
+        return;
     ++m_preferencesWrites;
+    // A save killed between naming its temporary file and the rename leaves
+    // that file behind, named after the record: gone with the next save.
+    const QFileInfo saved(file.fileName());
+    for (const QFileInfo &stray : saved.dir().entryInfoList(
+             {saved.fileName() + QStringLiteral(".??????")}, QDir::Files | QDir::Hidden))
+        QFile::remove(stray.filePath());
 }
 
 } // namespace verlis

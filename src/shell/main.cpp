@@ -1,3 +1,4 @@
+#include "shell/signals.h"
 #include "shell/startup.h"
 
 #include <QApplication>
@@ -8,5 +9,6 @@ int main(int argc, char *argv[])
     verlis::setApplicationIdentity();
     verlis::installToolkitTranslations(application);
     const auto app = verlis::startVerlis(verlis::Environment::system());
+    verlis::quitOnSystemRequests(*app);
     return application.exec();
 }

@@ -10,25 +10,24 @@ dir=$(install_program "$here/../../data/Verlis.txt")
 start_program "$dir"
 
 # "ファイル" is the first menu of the bar, at the top left of the window.
-xdotool mousemove --window "$WIN" 20 10 click 1
+bounded 10 xdotool mousemove --window "$WIN" 20 10 click 1
 sleep 0.4
 keys Down Down Down Return # 終了, Verlisについて..., 読み込み...
 dialog=$(wait_window 'ファイル選択')
 check "the open dialog is titled ファイル選択" 1 "$([ -n "$dialog" ] && echo 1 || echo 0)"
 if [ -n "$dialog" ]; then
-  xdotool windowactivate --sync "$dialog" >/dev/null 2>&1 || true
+  bounded 10 xdotool windowactivate --sync "$dialog" >/dev/null 2>&1 || true
   sleep 0.3
-  xdotool type --delay 10 "$book"
+  bounded 20 xdotool type --delay 10 "$book"
   keys Return
-  for _ in $(seq 200); do # until the dialog has closed
-    xdotool search --onlyvisible --name 'ファイル選択' >/dev/null 2>&1 || break
-    sleep 0.05
-  done
+  dialog_closed() { ! _visible 'ファイル選択'; }
+  wait_until 20 "the open dialog to close" dialog_closed || fail "the open dialog stayed open"
 fi
 
 keys ctrl+r # the import page shows; aligning composes the new book's first poem
 expected=$(for l in $(seq 1 14); do echo "本1の${l}行"; case $l in 4 | 8 | 11) echo ;; esac; done)
 check "the imported book's first poem" "$expected" "$(copied_poem)"
 keys ctrl+w
-check "exit status" 0 "$(wait_exit)"
+wait_exit
+check "exit status" 0 "$EXIT_STATUS"
 finish

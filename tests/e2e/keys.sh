@@ -55,5 +55,6 @@ check "a shuffled poem keeps every line in its place" 1 "$ok"
 check "a shuffled poem has 17 rows" 17 "$(echo "$shuffled" | wc -l)"
 
 keys ctrl+w
-check "exit status" 0 "$(wait_exit)"
+wait_exit
+check "exit status" 0 "$EXIT_STATUS"
 finish

@@ -8,8 +8,6 @@ build=${2:?usage: $0 path/to/verlis build-folder}
 data=$(cd "$(dirname "$0")/../../data" && pwd)
 tmp=$(mktemp -d)
 trap 'kill "${APP_PID:-}" 2>/dev/null || true; rm -rf "$tmp"' EXIT
-export XDG_RUNTIME_DIR=$tmp/run
-mkdir -m 700 "$XDG_RUNTIME_DIR"
 
 first_stanza=$(grep -v '^$' "$data/Verlis.txt" | sed -n 1,4p | tr '\n' '|')
 shows_first_poem() { # what, the program's folder
@@ -23,7 +21,8 @@ shows_first_poem() { # what, the program's folder
   xprop -id "$WIN" -f _NET_WM_ICON 32c ' $0+' _NET_WM_ICON | grep '\b4281286254\b' >/dev/null &&
     pass || fail "$1: the window does not show the program's icon"
   keys ctrl+q
-  check "$1: exit status" 0 "$(wait_exit)"
+  wait_exit
+  check "$1: exit status" 0 "$EXIT_STATUS"
 }
 
 prefix=$tmp/prefix

@@ -10,7 +10,11 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace verlis;
 
@@ -25,6 +29,7 @@ private slots:
     void savedSettingsComeBack();
     void damagedPreferencesGiveARunningProgram_data();
     void damagedPreferencesGiveARunningProgram();
+    void aSaveCutShortLeavesTheOldRecordOrTheNew();
 };
 
 void TestApp_::startWithDefaultBookShowsTheFirstPoem()
@@ -133,7 +138,7 @@ void TestApp_::savedSettingsComeBack()
     QFile old(first.prefsPath());
     QVERIFY(QDir().mkpath(QFileInfo(old).path()));
     QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write(QByteArray(400, 'x'));
+    old.write(QByteArray(300, 'x'));
     old.close();
     first.app->savePrefs();
     QCOMPARE(QFileInfo(first.prefsPath()).size(), 62 + QByteArray("游明朝").size());
@@ -161,6 +166,9 @@ void TestApp_::damagedPreferencesGiveARunningProgram_data()
     QTest::newRow("a folder in its place") << "folder";
     QTest::newRow("a folder that can't be made") << "unwritable";
     QTest::newRow("a pipe in its place") << "pipe";
+    QTest::newRow("a file one byte longer than any record") << "long";
+    QTest::newRow("a record of the longest font name") << "longest";
+    QTest::newRow("a link to a record") << "link";
 }
 
 void TestApp_::damagedPreferencesGiveARunningProgram()
@@ -179,8 +187,16 @@ void TestApp_::damagedPreferencesGiveARunningProgram()
         folder = file + "/below-a-file"; // its parent is a plain file
         QVERIFY(f.open(QIODevice::WriteOnly));
         f.close();
+    } else if (damage == "link") {
+        QVERIFY(QFile::link(dir.filePath("elsewhere"), file));
+        QFile target(dir.filePath("elsewhere"));
+        QVERIFY(target.open(QIODevice::WriteOnly));
+        target.write(QByteArray(80, '\0'));
+        target.close();
     } else {
         QVERIFY(f.open(QIODevice::WriteOnly));
+        if (damage == "long" || damage == "longest")
+            f.write(QByteArray(PreferencesFixedBytes + MaxFontNameBytes + (damage == "long"), 'x'));
         if (damage == "random")
             for (int i = 0; i < 97; ++i)
                 f.putChar(char((i * 131 + 7) % 256));
@@ -200,10 +216,69 @@ void TestApp_::damagedPreferencesGiveARunningProgram()
     QVERIFY(dialogs->messages.isEmpty());
     if (damage == "folder")
         QVERIFY(QFileInfo(file).isDir());
-    if (damage == "folder" || damage == "unwritable" || damage == "pipe")
+    if (damage == "long")
+        QCOMPARE(QFileInfo(file).size(), PreferencesFixedBytes + MaxFontNameBytes + 1);
+    if (damage == "link")
+        QVERIFY(QFileInfo(file).isSymLink());
+    if (damage == "folder" || damage == "unwritable" || damage == "pipe" || damage == "long")
         QCOMPARE(app.preferencesWrites(), 0);
     else
         QCOMPARE(QFileInfo(file).size(), 62 + qint64(p.mainfont.toUtf8().size()));
+}
+
+void TestApp_::aSaveCutShortLeavesTheOldRecordOrTheNew()
+{
+    TestApp t;
+    t.app->Event_Open();
+    Preferences older = t.app->prefs;
+    older.mainfont = QStringLiteral("游明朝");
+    older.mainSize = 40;
+    Preferences newer = t.app->prefs;
+    newer.mainBold = true;
+    t.app->prefs = older;
+    t.app->savePrefs();
+    const QByteArray olderBytes = encodePreferences(older), newerBytes = encodePreferences(newer);
+    const QDir folder = QFileInfo(t.prefsPath()).dir();
+    const auto record = [&] {
+        QFile file(t.prefsPath());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+    };
+    // A child saves the two in turn until it is killed, after a different
+    // delay each round.
+    for (int round = 0; round < 60; ++round) {
+        const pid_t child = fork();
+        if (child == 0)
+            for (bool flip = false;; flip = !flip) {
+                t.app->prefs = flip ? older : newer;
+                t.app->savePrefs();
+            }
+        QVERIFY(child > 0);
+        usleep(useconds_t(round * 173 % 6000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const QByteArray found = record();
+        QVERIFY2(found == olderBytes || found == newerBytes,
+                 qPrintable(QStringLiteral("round %1: %2").arg(round).arg(found.toHex())));
+    }
+    t.app->savePrefs(); // and whatever a killed save left beside the record is gone
+    QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{App::PreferencesFileName});
+    // A write that fails half way (here: the file size limit) keeps the record.
+    t.app->prefs = older;
+    t.app->savePrefs();
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit limit{10, 10};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        signal(SIGXFSZ, SIG_IGN);
+        t.app->prefs = newer;
+        t.app->savePrefs();
+        _exit(t.app->preferencesWrites());
+    }
+    int status = -1;
+    QVERIFY(child > 0 && waitpid(child, &status, 0) == child);
+    QCOMPARE(WEXITSTATUS(status), t.app->preferencesWrites());
+    QCOMPARE(record(), olderBytes);
 }
 
 QTEST_MAIN(TestApp_)
