@@ -13,11 +13,22 @@ export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 export TMPDIR=$build/tmp
 mkdir -p "$TMPDIR"
 
+passed=0 failed=0
 for target in book prefs; do
   work=$build/corpus/$target
   artifacts=$build/artifacts/$target/
+  log=$build/fuzz_$target.log
   mkdir -p "$work" "$artifacts"
-  echo "== fuzz_$target for ${seconds} s"
-  "$build/fuzz_$target" -max_total_time="$seconds" -print_final_stats=1 \
-    -artifact_prefix="$artifacts" "$work" "$seeds/$target"
+  # The fuzzer's running commentary goes to its log; the run's outcome here.
+  if "$build/fuzz_$target" -max_total_time="$seconds" -print_final_stats=1 \
+       -artifact_prefix="$artifacts" "$work" "$seeds/$target" >"$log" 2>&1; then
+    passed=$((passed + 1))
+    echo "fuzz_$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") runs in ${seconds} s, nothing found"
+  else
+    failed=$((failed + 1))
+    echo "fuzz_$target: FAILED, the input is in $artifacts; the end of $log:"
+    tail -n 40 "$log"
+  fi
 done
+echo "fuzz: $passed passed, $failed failed"
+[ "$failed" -eq 0 ]
