@@ -18,8 +18,11 @@ check "first stanza of the default book" "$(grep -v '^$' "$here/../../data/Verli
 keys alt+F4 # the window manager closes it, as with the close box
 wait_exit
 check "exit status after closing" 0 "$EXIT_STATUS"
+record() { od -An -tx1 -N 20 "$PREFS" | tr -d ' \n'; } # size, name, geometry, styles
+check "record after the close box" "0b0673797374656d0064006402280204""00000000" "$(record)"
 
 # Without a book: the import page and no message.
+rm -f "$PREFS"
 dir=$(install_program)
 start_program "$dir"
 check "windows of the program" 1 "$(bounded 10 xdotool search --onlyvisible --pid "$APP_PID" 2>/dev/null | wc -l)"
@@ -27,4 +30,5 @@ bounded 20 import -window root "$out_dir/e2e-no-book.png"
 keys ctrl+q
 wait_exit
 check "exit status after quitting" 0 "$EXIT_STATUS"
+check "record after Ctrl+Q" "0b0673797374656d0064006402280204""00000000" "$(record)"
 finish
