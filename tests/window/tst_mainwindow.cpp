@@ -120,6 +120,11 @@ private slots:
         w->readText(m_dir.filePath("Verlis.txt"));
         QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
         QCOMPARE(w->TextField1()->Text(), poem);
+        QCOMPARE(w->whatPage(0), qint8(0));
+        // A file that can't be read leaves no book, and nothing to compose.
+        w->readText(m_dir.filePath("missing.txt"));
+        QCOMPARE(w->DefaultListbox()->ListCount(), 0);
+        QVERIFY(!w->makePBtn()->isEnabled());
     }
 
     void appearanceReachesEveryLineAndTheFocus()
