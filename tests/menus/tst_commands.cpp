@@ -1,332 +1,150 @@
-#include "bookfile.h"
 #include "menus/commands.h"
 #include "menus/menubar1.h"
 #include "testapp.h"
-#include "window/mainwindow.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QMenu>
-#include <QPushButton>
+#include <QClipboard>
 #include <QRegularExpression>
 #include <QTest>
 
 using namespace verlis;
-
-namespace {
-
-// One line per item: its menu, name, caption and key sequence as Qt reads it.
-QStringList describe(const QMenu *menu)
-{
-    QStringList lines;
-    for (QAction *item : menu->actions()) {
-        lines << QStringLiteral("%1 %2 %3 %4")
-                     .arg(menu->objectName(), item->objectName(),
-                          item->isSeparator() ? QStringLiteral("-") : MenuBar1::Text(item),
-                          item->shortcut().toString(QKeySequence::PortableText));
-        if (item->menu())
-            lines << describe(item->menu());
-    }
-    return lines;
-}
-
-} // namespace
-
+using Pages = QList<int>;
 
 class TestCommands : public QObject {
     Q_OBJECT
-private slots:
-    void initTestCase();
-    void init();
-
-    void generateCommands_data();
-    void generateCommands();
-    void importEndsOnTheImportPageAlsoAfterACancel();
-    void aboutMessage();
-    void styleTogglesAndTheirCheckMarks();
-    void colourDialogs();
-    void fontChoiceAndSizeBounds();
-    void editCommandsActOnTheFocusedField();
-    void theTreeInItsOrder();
-    void noTwoItemsShareAKey();
-    void keyEquivalentsObeyTheEnabling();
-
-private:
-    void trigger(const QString &name, int index = 0);
-
     QTemporaryDir m_dir;
     std::unique_ptr<TestApp> m_t;
-    App *app = nullptr;
     mainWindow *w = nullptr;
-    FakeDialogs *dialogs = nullptr;
-};
 
-void TestCommands::initTestCase()
-{
-    m_t = TestApp::started(m_dir, numberedBook());
-    QVERIFY(m_t);
-    app = m_t->app.get();
-    dialogs = m_t->dialogs.get();
-    w = &app->window();
-    QVERIFY(QTest::qWaitForWindowExposed(w));
-}
-
-void TestCommands::init()
-{
-    w->readText(m_dir.filePath("Verlis.txt"));
-    w->makePBtn()->click();
-    *dialogs = FakeDialogs();
-}
-
-// As a user would: the item must be usable, then it runs.
-void TestCommands::trigger(const QString &name, int index)
-{
-    QAction *item = app->menuBar().item(name, index);
-    QVERIFY2(item, qPrintable(name));
-    QVERIFY2(item->isEnabled(), qPrintable(name + " is not enabled"));
-    item->trigger();
-}
-
-void TestCommands::generateCommands_data()
-{
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QList<int>>("before");
-    QTest::addColumn<QList<int>>("after");
-    const QList<int> mixed{9, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-    QTest::newRow("next all") << "menuNextAllLine" << 0 << mixed
-                              << QList<int>{0, 4, 1, 6, 0, 2, 3, 4, 5, 6, 7, 8, 9, 0};
-    QTest::newRow("previous all") << "menuPrevAllLine" << 0 << mixed
-                                  << QList<int>{8, 2, 9, 4, 8, 0, 1, 2, 3, 4, 5, 6, 7, 8};
-    QTest::newRow("next line 14 wraps")
-        << "menuNextLine" << 13 << mixed << QList<int>{9, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 0};
-    QTest::newRow("previous line 3 wraps")
-        << "menuPrevLine" << 2 << mixed << QList<int>{9, 3, 9, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-    QTest::newRow("reset on line 1's page") << "menuReset" << 0 << mixed << QList<int>(14, 9);
-}
-
-void TestCommands::generateCommands()
-{
-    QFETCH(QString, item);
-    QFETCH(int, index);
-    QFETCH(QList<int>, before);
-    QFETCH(QList<int>, after);
-    for (int i = 0; i < 14; ++i)
-        w->selection().setWhatPage(i, qint8(before[i]));
-    trigger(item, index);
-    QStringList expected;
-    for (int i = 0; i < 14; ++i) {
-        QCOMPARE(w->whatPage(i), qint8(after[i]));
-        expected << QStringLiteral("%1-%2").arg(after[i] + 1).arg(i + 1);
+    // As a user would: the item must be usable, then it runs.
+    void trigger(const char *name, int index = 0)
+    {
+        QAction *item = bar().item(QString::fromUtf8(name), index);
+        QVERIFY2(item && item->isEnabled(), name);
+        item->trigger();
     }
-    const QStringList rows = w->TextField1()->Text().split(QChar(13));
-    QCOMPARE(rows.mid(0, 4), expected.mid(0, 4));
-    QCOMPARE(rows.mid(14, 3), expected.mid(11, 3));
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
-}
+    MenuBar1 &bar() const { return m_t->app->menuBar(); }
+    Pages pages() const { return {w->selection().pages().begin(), w->selection().pages().end()}; }
+    bool onImportPage() const { return w->PagePanel1()->Value() == mainWindow::ImportPage; }
 
-void TestCommands::importEndsOnTheImportPageAlsoAfterACancel()
-{
-    trigger("menuNextAllLine");
-    const QString poem = w->TextField1()->Text();
-    dialogs->nextFiles.push_back(std::nullopt);
-    trigger("menuInportText");
-    QCOMPARE(dialogs->fileRequests.size(), 1);
-    const OpenFileRequest request = dialogs->fileRequests.first();
-    QCOMPARE(request.title, QStringLiteral("ファイル選択"));
-    QCOMPARE(request.prompt, QStringLiteral("読み込むファイルを選択してください。"));
-    QVERIFY(request.filter.startsWith(QStringLiteral("text/plain (")));
-    QVERIFY(request.filter.contains(QStringLiteral("*.txt")));
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
-    QCOMPARE(w->whatPage(0), qint8(1)); // the selection stays
-    QCOMPARE(w->DefaultListbox()->ListCount(), 140);
-
-    const QString other = m_dir.filePath("other.txt");
-    QVERIFY(writeBook(other, {"一", "二", "三"}));
-    dialogs->nextFiles.push_back(other);
-    trigger("menuInportText");
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
-    QCOMPARE(w->DefaultListbox()->ListCount(), 3);
-    QCOMPARE(w->whatPage(0), qint8(0));
-    QCOMPARE(w->TextField1()->Text(), poem); // not composed until a command runs
-    trigger("menuReset");
-    QVERIFY(w->TextField1()->Text().startsWith(QStringLiteral("一\r二\r三\r\r\r")));
-}
-
-void TestCommands::aboutMessage()
-{
-    trigger("aboutMenu");
-    QCOMPARE(dialogs->messages.size(), 1);
-    const QRegularExpression expected(QStringLiteral("^Verlis 0\\.3\\.0\r© 2026 - (\\d{4}) Verlis$"));
-    const QRegularExpressionMatch match = expected.match(dialogs->messages.first());
-    QVERIFY2(match.hasMatch(), qPrintable(dialogs->messages.first()));
-    QVERIFY(match.captured(1).toInt() >= 2026);
-}
-
-void TestCommands::styleTogglesAndTheirCheckMarks()
-{
-    const struct {
-        const char *item;
-        bool Preferences::*setting;
-    } toggles[] = {{"fontBold", &Preferences::mainBold},
-                   {"fontItalic", &Preferences::mainItalic},
-                   {"fontUnderline", &Preferences::mainUnderline},
-                   {"menuShowNumber", &Preferences::BshowNumber}};
-    for (const auto &toggle : toggles) {
-        const bool start = app->prefs.*toggle.setting;
-        trigger(toggle.item);
-        QCOMPARE(app->prefs.*toggle.setting, !start);
-        QCOMPARE(app->menuBar().item(toggle.item)->isChecked(), !start);
-        trigger(toggle.item);
-        QCOMPARE(app->prefs.*toggle.setting, start);
-        QCOMPARE(app->menuBar().item(toggle.item)->isChecked(), start);
+private slots:
+    void initTestCase()
+    {
+        QVERIFY((m_t = TestApp::started(m_dir, numberedBook())) != nullptr);
+        w = &m_t->app->window();
+        QVERIFY(QTest::qWaitForWindowExposed(w));
     }
-    QCOMPARE(app->preferencesWrites(), 0); // saved only at the end
-}
 
-void TestCommands::colourDialogs()
-{
-    app->prefs.ColorText = 0x000000;
-    dialogs->nextColors.push_back(std::nullopt);
-    trigger("fontColor");
-    QCOMPARE(dialogs->colorPrompts.last(), QStringLiteral("文字の色を選択してください。"));
-    QCOMPARE(app->prefs.ColorText, Color(0x000000));
-
-    dialogs->nextColors.push_back(Color(0xAA3300));
-    trigger("fontColor");
-    QCOMPARE(app->prefs.ColorText, Color(0xAA3300));
-    QCOMPARE(w->TextField1()->TextColor(), Color(0xAA3300));
-
-    // Confirming without a change still applies the settings.
-    app->prefs.mainItalic = true;
-    dialogs->nextColors.push_back(app->prefs.ColorBack);
-    trigger("menuBackColor");
-    QCOMPARE(dialogs->colorPrompts.last(), QStringLiteral("背景の色を選択してください。"));
-    QVERIFY(w->TextField1()->textStyle().Italic);
-    dialogs->nextColors.push_back(Color(0x203040));
-    trigger("menuBackColor");
-    QCOMPARE(w->BackColor(), Color(0x203040));
-    QCOMPARE(w->noField()->BackColor(), Color(0x203040));
-}
-
-void TestCommands::fontChoiceAndSizeBounds()
-{
-    trigger("fontName", 1);
-    QCOMPARE(app->prefs.mainfont, QStringLiteral("Beta"));
-    QCOMPARE(w->TextField1()->textStyle().TextFont, QStringLiteral("Beta"));
-    QCOMPARE(w->pageLabel(0)->textStyle().TextFont, QStringLiteral("Beta"));
-
-    MenuCommands &commands = app->commands();
-    app->prefs.mainSize = 64;
-    commands._fontLarger_Action();
-    QCOMPARE(app->prefs.mainSize, quint8(64));
-    app->prefs.mainSize = 7;
-    commands._fontSmaller_Action();
-    QCOMPARE(app->prefs.mainSize, quint8(7));
-    app->prefs.mainSize = 3;
-    commands._fontSmaller_Action();
-    QCOMPARE(app->prefs.mainSize, quint8(7));
-    commands._fontLarger_Action();
-    QCOMPARE(app->prefs.mainSize, quint8(8));
-    QCOMPARE(QFontInfo(w->textLabel(0)->font()).pixelSize(), 8);
-}
-
-void TestCommands::editCommandsActOnTheFocusedField()
-{
-    // Back from the import page the poem has the keyboard: no click needed.
-    w->PagePanel1()->setValue(mainWindow::ImportPage);
-    w->DefaultListbox()->setFocus();
-    trigger("menuReset");
-    QTRY_COMPARE(QApplication::focusWidget(), w->TextField1());
-    trigger("EditSelectAll");
-    QCOMPARE(w->TextField1()->textCursor().selectedText().size(), w->TextField1()->Text().size());
-    trigger("EditCopy");
-    QVERIFY(!app->menuBar().item("EditPaste")->isEnabled());
-    w->PagePanel1()->setValue(mainWindow::ImportPage);
-    QVERIFY(!app->menuBar().item("EditCopy")->isEnabled());
-}
-
-void TestCommands::theTreeInItsOrder()
-{
-    const MenuBar1 *bar = &app->menuBar();
-    QStringList titles;
-    QStringList lines;
-    for (QAction *top : bar->actions()) {
-        titles << top->text();
-        lines << describe(top->menu());
+    void generateCommands_data()
+    {
+        QTest::addColumn<QString>("item"); // and the index of an item of an array
+        QTest::addColumn<Pages>("after");
+        const auto row = [](const char *fault, const char *item, Pages after) {
+            QTest::newRow(fault) << QString::fromUtf8(item) << after;
+        };
+        row("next all", "menuNextAllLine", {5, 4, 1, 6, 0, 2, 3, 4, 5, 6, 7, 8, 9, 0});
+        row("previous all", "menuPrevAllLine", {3, 2, 9, 4, 8, 0, 1, 2, 3, 4, 5, 6, 7, 8});
+        row("next line 14 wraps", "menuNextLine 13", {4, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 0});
+        row("previous line 3 wraps", "menuPrevLine 2", {4, 3, 9, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+        row("reset on line 1's page", "menuReset", Pages(14, 4));
     }
-    QCOMPARE(titles, (QStringList{"ファイル", "編集", "表示", "生成", "前のページ", "次のページ"}));
-    QCOMPARE(lines.first(), QStringLiteral("FileMenu FileQuit 終了 Ctrl+Q"));
-    QCOMPARE(bar->item("FileQuit")->menuRole(), QAction::QuitRole);
-    QCOMPARE(bar->item("aboutMenu")->menuRole(), QAction::AboutRole);
-    // The font list ends its submenu, after the designed items, in the
-    // platform's order; the submenu is followed by the rest of "表示".
-    const qsizetype font = lines.indexOf(QStringLiteral("hyoujiFont UntitledSeparator - "));
-    QVERIFY(font > 0);
-    QCOMPARE(lines.mid(font + 1, 4),
-             (QStringList{"hyoujiFont fontName Alpha ", "hyoujiFont fontName Beta ",
-                          "hyoujiFont fontName Gamma ", "hyoujiMenu menuBackColor 背景色... "}));
-    QCOMPARE(lines[lines.indexOf("hyoujiFont fontBold ボールド Meta+Ctrl+B") - 1],
-             QStringLiteral("hyoujiMenu hyoujiFont フォント "));
-    // The line items, designed and made at start, with their keys.
-    const QString keys = "1234567890UIOP";
-    const qsizetype prev = lines.indexOf(QStringLiteral("pageMenu UntitledSeparator1 - ")) + 1;
-    const qsizetype next =
-        lines.indexOf(QStringLiteral("次のページMenu UntitledSeparator2 - ")) + 1;
-    QCOMPARE(lines.size(), next + 14);
-    for (int i = 0; i < 14; ++i) {
-        QCOMPARE(
-            lines[prev + i],
-            QStringLiteral("pageMenu menuPrevLine %1行目 Ctrl+Alt+%2").arg(i + 1).arg(keys[i]));
-        QCOMPARE(lines[next + i], QStringLiteral("次のページMenu menuNextLine %1行目 Ctrl+Shift+%2")
-                                      .arg(i + 1)
-                                      .arg(keys[i]));
-        QCOMPARE(MenuBar1::Index(bar->item("menuNextLine", i)), i);
+    void generateCommands()
+    {
+        QFETCH(QString, item);
+        QFETCH(Pages, after);
+        for (int i = 0; const int page : {4, 3, 0, 5, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9})
+            w->selection().setWhatPage(i++, qint8(page));
+        trigger(item.section(' ', 0, 0).toUtf8(), item.section(' ', 1).toInt());
+        QCOMPARE(pages(), after);
+        QVERIFY(w->TextField1()->Text().endsWith(QStringLiteral("\r%1-14").arg(after[13] + 1)));
     }
-    QCOMPARE(bar->item("menuNextLine", 14), nullptr);
-}
 
-void TestCommands::noTwoItemsShareAKey()
-{
-    QHash<QKeySequence, QString> owners;
-    int withKeys = 0;
-    for (QAction *item : w->findChildren<QAction *>()) {
-        for (const QKeySequence &key : item->shortcuts()) {
-            QVERIFY2(!owners.contains(key), qPrintable(key.toString() + " is on " + owners[key] +
-                                                       " and " + item->objectName()));
-            owners.insert(key, item->objectName());
-            ++withKeys;
+    void theViewMenuAndTheTree()
+    {
+        Preferences &p = m_t->app->prefs;
+        const char *names[] = {"fontBold", "fontItalic", "fontUnderline", "menuShowNumber"};
+        bool *on[] = {&p.mainBold, &p.mainItalic, &p.mainUnderline, &p.BshowNumber};
+        for (int i = 0; i < 4; ++i) {
+            for (const bool now : {!*on[i], *on[i]}) {
+                trigger(names[i]);
+                QVERIFY2(*on[i] == now && bar().item(names[i])->isChecked() == now, names[i]);
+            }
         }
-        QVERIFY(item->shortcuts().size() <= 1); // no second sequence for one key
+        p.ColorText = 0xAA3300;
+        m_t->dialogs->nextColors = {std::nullopt, Color(0x203040)};
+        trigger("fontColor"); // cancelled
+        trigger("menuBackColor");
+        QCOMPARE(p.ColorText, Color(0xAA3300));
+        QCOMPARE(w->BackColor(), Color(0x203040));
+        QCOMPARE(w->noField()->BackColor(), Color(0x203040));
+        trigger("fontName", 1);
+        QCOMPARE(w->pageLabel(0)->textStyle().TextFont, QStringLiteral("Beta"));
+        MenuCommands &c = m_t->app->commands();
+        for (const auto &[from, to] : {std::pair{64, 64}, {7, 7}, {3, 7}}) {
+            p.mainSize = quint8(from);
+            from == 64 ? c._fontLarger_Action() : c._fontSmaller_Action();
+            QCOMPARE(int(p.mainSize), to);
+        }
+
+        QStringList titles, lines, keys;
+        for (const QMenu *menu : bar().findChildren<QMenu *>()) {
+            titles << menu->title();
+            for (const QAction *item : menu->actions()) {
+                keys << item->shortcut().toString(QKeySequence::PortableText);
+                lines << item->objectName() + ' ' + MenuBar1::Text(item) + ' ' + keys.last();
+            }
+        }
+        QCOMPARE(titles.join(' '), "ファイル 編集 表示 フォント 生成 前のページ 次のページ");
+        QCOMPARE(QSet<QString>(keys.begin(), keys.end()).size(), 1 + 3 + 4 + 3 + 2 + 2 + 28);
+        // The font list ends its submenu, after the designed items.
+        const qsizetype font = lines.indexOf("fontColor 色... ") + 2;
+        QCOMPARE(lines.mid(font, 4), (QStringList{"fontName Alpha ", "fontName Beta ",
+                                                  "fontName Gamma ", "menuReset 初期状態 Ctrl+R"}));
+        const qsizetype prev = lines.indexOf("menuNextAllLine すべての行 Ctrl+]") - 14;
+        for (int i = 0; i < 14; ++i) {
+            const auto line = QString("Line %1行目 Ctrl+%3+%2").arg(i + 1).arg("1234567890UIOP"[i]);
+            QCOMPARE(lines.value(prev + i), "menuPrev" + line.arg("Alt"));
+            QCOMPARE(lines.value(lines.size() - 14 + i), "menuNext" + line.arg("Shift"));
+        }
     }
-    QCOMPARE(withKeys, 3 + 4 + 3 + 2 + 2 + 28);
-}
 
-void TestCommands::keyEquivalentsObeyTheEnabling()
-{
-    w->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(w));
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
-    QTest::keyClick(w, Qt::Key_BracketRight, Qt::ControlModifier);
-    for (int i = 0; i < 14; ++i)
-        QCOMPARE(w->whatPage(i), qint8(1));
-    QTest::keyClick(w, Qt::Key_P, Qt::ControlModifier | Qt::AltModifier);
-    QCOMPARE(w->whatPage(13), qint8(0));
-    QTest::keyClick(w, Qt::Key_0, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(w->whatPage(9), qint8(2));
-
-    // On the import page the turning keys do nothing; reset and shuffle work.
-    w->PagePanel1()->setValue(mainWindow::ImportPage);
-    const auto before = w->selection().pages();
-    QTest::keyClick(w, Qt::Key_BracketRight, Qt::ControlModifier);
-    QTest::keyClick(w, Qt::Key_1, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(w->selection().pages(), before);
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ImportPage));
-    QTest::keyClick(w, Qt::Key_R, Qt::ControlModifier);
-    QCOMPARE(w->PagePanel1()->Value(), int(mainWindow::ReadingPage));
-    for (int i = 0; i < 14; ++i)
-        QCOMPARE(w->whatPage(i), before[0]);
-}
+    void fileCommandsAndTheImportPage()
+    {
+        trigger("aboutMenu");
+        QVERIFY(QRegularExpression("^Verlis 0\\.3\\.0\r© 2026 - 20(2[6-9]|[3-9]\\d) Verlis$")
+                    .match(m_t->dialogs->messages.value(0))
+                    .hasMatch());
+        // Import ends on the import page, also when cancelled, and composes nothing yet.
+        trigger("menuNextAllLine");
+        const QString poem = w->TextField1()->Text();
+        m_t->dialogs->nextFiles = {std::nullopt, m_dir.filePath("other.txt")};
+        trigger("menuInportText");
+        QVERIFY(onImportPage() && writeBook(m_dir.filePath("other.txt"), {"一", "二", "三"}));
+        trigger("menuInportText");
+        QVERIFY(onImportPage() && w->DefaultListbox()->ListCount() == 3);
+        QCOMPARE(w->TextField1()->Text(), poem);
+        // Shuffle and reset work on the import page, and give the poem the keyboard.
+        QTest::keyClick(w, Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(!onImportPage() && pages() != Pages(14, pages()[0]));
+        const int first = pages()[0];
+        w->PagePanel1()->setValue(mainWindow::ImportPage);
+        w->DefaultListbox()->setFocus();
+        QTest::keyClick(w, Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(pages(), Pages(14, first));
+        QTRY_COMPARE(QApplication::focusWidget(), w->TextField1());
+        trigger("EditSelectAll");
+        trigger("EditCopy");
+        QCOMPARE(QApplication::clipboard()->text().size(), w->TextField1()->Text().size());
+        QVERIFY(!bar().item("EditPaste")->isEnabled());
+        // The turning keys and Copy work on the reading page only.
+        QTest::keyClick(w, Qt::Key_BracketRight, Qt::ControlModifier);
+        w->PagePanel1()->setValue(mainWindow::ImportPage);
+        QTest::keyClick(w, Qt::Key_BracketRight, Qt::ControlModifier);
+        QTest::keyClick(w, Qt::Key_1, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(pages(), Pages(14, (first + 1) % 10));
+        QVERIFY(!bar().item("EditCopy")->isEnabled());
+    }
+};
 
 QTEST_MAIN(TestCommands)
 #include "tst_commands.moc"
