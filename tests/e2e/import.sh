@@ -16,7 +16,8 @@ keys Down Down Down Return # 終了, Verlisについて..., 読み込み...
 dialog=$(wait_window 'ファイル選択')
 check "the open dialog is titled ファイル選択" 1 "$([ -n "$dialog" ] && echo 1 || echo 0)"
 if [ -n "$dialog" ]; then
-  bounded 10 xdotool windowactivate --sync "$dialog" >/dev/null 2>&1 || true
+  timeout -k 2 10 xdotool windowactivate --sync "$dialog" >/dev/null 2>&1 ||
+    echo "gave up after 10 s waiting for the open dialog to be activated" >&2
   sleep 0.3
   bounded 20 xdotool type --delay 10 "$book"
   keys Return

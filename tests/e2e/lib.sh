@@ -55,7 +55,8 @@ start_program() {
   WIN=$(wait_window '詩篇')
   [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
   wait_framed "$WIN" || { fail "the window manager did not take window 詩篇"; return 1; }
-  bounded 10 xdotool windowactivate --sync "$WIN" >/dev/null 2>&1 || true
+  timeout -k 2 10 xdotool windowactivate --sync "$WIN" >/dev/null 2>&1 ||
+    echo "gave up after 10 s waiting for window 詩篇 to be activated" >&2
   sleep 0.4
 }
 
