@@ -174,12 +174,13 @@ Books &books()
     return b;
 }
 
-void importFile(benchmark::State &state, const QString &path)
+// A file larger than the read budget gives only the lines within it.
+void importFile(benchmark::State &state, const QString &path, bool whole = true)
 {
     for (auto _ : state) {
         BookFile read = readBookFile(path);
-        if (read.lines.size() != 140)
-            state.SkipWithError("the book was not read whole");
+        if (whole ? read.lines.size() != 140 : read.lines.isEmpty())
+            state.SkipWithError("the book was not read as expected");
         benchmark::DoNotOptimize(read);
     }
 }
@@ -187,7 +188,10 @@ void importFile(benchmark::State &state, const QString &path)
 void BM_ImportUtf8(benchmark::State &s) { importFile(s, books().utf8); }
 void BM_ImportShiftJis(benchmark::State &s) { importFile(s, books().shiftJis); }
 void BM_Import100MB(benchmark::State &s) { importFile(s, books().huge); }
-void BM_Import140LinesOf100KB(benchmark::State &s) { importFile(s, books().longLines); }
+void BM_Import140LinesOf100KB(benchmark::State &s)
+{
+    importFile(s, books().longLines, false); // 4 MiB of it: the read budget
+}
 
 // The whole import command's work on the window: the read and the table.
 void BM_ReadTextIntoWindow(benchmark::State &state)

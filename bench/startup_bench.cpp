@@ -1,5 +1,6 @@
 // The program's real start, ending at the first paint of the reading page.
 #include "firstpaint.h"
+#include "shell/signals.h"
 #include "shell/startup.h"
 #include "window/mainwindow.h"
 
@@ -8,9 +9,10 @@
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Verlis"));
+    verlis::setApplicationIdentity();
     verlis::installToolkitTranslations(application);
     const auto app = verlis::startVerlis(verlis::Environment::system());
+    verlis::quitOnSystemRequests(*app);
     new ExitAtFirstPaint(app->window().TextField1()->viewport());
     const int status = application.exec();
     ExitAtFirstPaint::reportPeakMemory();

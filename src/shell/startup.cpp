@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QWindow>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -16,11 +17,41 @@ void setApplicationIdentity()
     QApplication::setApplicationName(QStringLiteral("Verlis"));
     QApplication::setApplicationVersion(versionData().ShortVersion);
     QGuiApplication::setDesktopFileName(QStringLiteral(VERLIS_APP_ID));
-    // The installed theme's icon where there is one; the bundled one otherwise,
-    // so that a program started from its build folder has it too.
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral(VERLIS_APP_ID),
-                                                 QIcon(QStringLiteral(":/icons/verlis.svg"))));
 }
+
+namespace {
+
+// Gives the program its window icon once the window has first been drawn:
+// looking the icon up in the desktop's theme reads the icon folders, and
+// drawing it for the window manager renders it at several sizes, neither
+// of which the first sight of the poem needs to wait for.
+class IconAfterFirstExpose final : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Expose) {
+            watched->removeEventFilter(this);
+            // Queued: the expose is drawn before the icon is looked up.
+            QMetaObject::invokeMethod(this, [this] { setIcon(); }, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    void setIcon()
+    {
+        // The installed theme's icon where there is one; the bundled one
+        // otherwise, so that a program started from its build folder has it too.
+        QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral(VERLIS_APP_ID),
+                                                     QIcon(QStringLiteral(":/icons/verlis.svg"))));
+        deleteLater();
+    }
+};
+
+} // namespace
 
 void installToolkitTranslations(QApplication &application)
 {
@@ -34,7 +65,9 @@ std::unique_ptr<App> startVerlis(Environment environment)
 {
     auto app = std::make_unique<App>(std::move(environment));
     app->Event_Open();
-    app->window().show();
+    mainWindow &window = app->window();
+    window.show();
+    window.windowHandle()->installEventFilter(new IconAfterFirstExpose(app.get()));
     return app;
 }
 
