@@ -18,17 +18,10 @@ using namespace verlis;
 namespace {
 
 // Old and new kanji forms, two a line: the least a detector can go on.
-const QString KanjiPairs =
-    QStringLiteral("亞亜惡悪壓圧圍囲醫医爲為壹壱隱隠營営榮栄衞衛驛駅圓円鹽塩"
-                   "奧奥應応歐欧毆殴穩穏假仮價価畫画會会壞壊懷懐繪絵擴拡殼殻");
-
-QStringList twoKanjiALine()
-{
-    QStringList lines;
-    for (qsizetype at = 0; at < KanjiPairs.size(); at += 2)
-        lines << KanjiPairs.mid(at, 2);
-    return lines;
-}
+const QStringList KanjiPairs =
+    QStringLiteral("亞亜 惡悪 壓圧 圍囲 醫医 爲為 壹壱 隱隠 營営 榮栄 衞衛 驛駅 圓円 鹽塩 奧奥 "
+                   "應応 歐欧 毆殴 穩穏 假仮 價価 畫画 會会 壞壊 懷懐 繪絵 擴拡 殼殻")
+        .split(' ');
 
 // Empty when the encoder is missing or can't encode the text exactly.
 QByteArray encoded(const char *encoding, const QString &text)
@@ -43,105 +36,102 @@ QByteArray encoded(const char *encoding, const QString &text)
 class TestTextImport : public QObject {
     Q_OBJECT
 private slots:
-    void readsLinesAsWritten_data();
-    void readsLinesAsWritten();
-    void stopsAfterTheHundredFortiethLine();
-    void readsNoFurtherThanTheBudget_data();
-    void readsNoFurtherThanTheBudget();
-    void whatIsNoBookIsNotRead();
-};
-
-void TestTextImport::readsLinesAsWritten_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QStringList>("lines");
-    const QStringList pairs = twoKanjiALine();
-    QTest::newRow("utf-16le mark")
-        << encoded("UTF-16LE", QChar(0xFEFF) + pairs.join('\n')) << pairs;
-    QTest::newRow("utf-32be mark")
-        << encoded("UTF-32BE", QChar(0xFEFF) + pairs.join('\n')) << pairs;
-    // The detector calls these UTF-8, GB18030 or a Western code page.
-    QTest::newRow("euc-jp, two kanji a line") << encoded("EUC-JP", pairs.join('\n')) << pairs;
-    QTest::newRow("shift_jis, two kanji a line") << encoded("Shift_JIS", pairs.join('\n')) << pairs;
-    QTest::newRow("iso-2022-jp, two kanji a line")
-        << encoded("ISO-2022-JP", pairs.join('\n')) << pairs;
-    QTest::newRow("too short to detect")
-        << encoded("windows-31j", QStringLiteral("春")) << QStringList{"春"};
-    QTest::newRow("latin-1 that cp932 reads without error")
-        << encoded("ISO-8859-1", QStringLiteral("les sentiers s'élèvent\ndes châteaux"))
-        << QStringList{"les sentiers s'élèvent", "des châteaux"};
-    // One line pasted from a Latin-1 source: the rest is still UTF-8.
-    QTest::newRow("utf-8 with a damaged line")
-        << "for\xEAt\n" + QStringLiteral("château\nforêt\nété\nnoël").toUtf8()
-        << QStringList{QStringLiteral("for\uFFFDt"), "château", "forêt", "été", "noël"};
-    QTest::newRow("lone cr, crlf, blank lines, spaces")
-        << QByteArray("\r\n\na\rb\r\n\r\n  \n\t\n\nc") << QStringList{"a", "b", "  ", "\t", "c"};
-}
-
-void TestTextImport::readsLinesAsWritten()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QStringList, lines);
-    QVERIFY2(!bytes.isEmpty(), "the encoder for this row is missing or lossy");
-    QCOMPARE(decodeBookBytes(bytes), lines);
-}
-
-void TestTextImport::stopsAfterTheHundredFortiethLine()
-{
-    QStringList book;
-    for (int i = 1; i <= 141; ++i)
-        book << QStringLiteral("line %1").arg(i);
-    // A mark and blank lines count for nothing; what follows the 140th line is not read.
-    QByteArray bytes = "\xEF\xBB\xBF\n" + book.join("\n\n").toUtf8() + QByteArray(1 << 20, '\n');
-    QBuffer buffer(&bytes);
-    QVERIFY(buffer.open(QIODevice::ReadOnly));
-    QCOMPARE(readBook(buffer), book.mid(0, 140));
-    QVERIFY(!buffer.atEnd());
-}
-
-void TestTextImport::readsNoFurtherThanTheBudget_data()
-{
-    // What the file starts with; the rest up to 2 GiB is a hole of zeros.
-    QTest::addColumn<QByteArray>("start");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("sparse file") << QByteArray() << QString(MaxLineLength, QChar(0));
-    QTest::newRow("a line longer than the budget") << QByteArray(ReadBudget + 1, 'x') + "\nlate\n"
-                                                   << QString(MaxLineLength, 'x');
-    QTest::newRow("utf-16 without line ends, a pair at the cut")
-        << encoded("UTF-16LE", QChar(0xFEFF) + QString(MaxLineLength - 1, 'y') + "😀")
-        << QString(MaxLineLength - 1, 'y');
-}
-
-void TestTextImport::readsNoFurtherThanTheBudget()
-{
-    QFETCH(QByteArray, start);
-    QFETCH(QString, line);
-    QTemporaryDir dir;
-    QFile file(dir.filePath("image.txt"));
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QCOMPARE(file.write(start), start.size());
-    QVERIFY(file.resize(qint64(2) * 1024 * 1024 * 1024));
-    QVERIFY(file.seek(0));
-    QCOMPARE(readBook(file), QStringList{line});
-    QVERIFY2(file.pos() <= ReadBudget, qPrintable(QString::number(file.pos())));
-}
-
-void TestTextImport::whatIsNoBookIsNotRead()
-{
-    QTemporaryDir dir;
-    const QString pipe = dir.filePath("pipe.txt");
-    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    for (const QString &path :
-         {dir.filePath("missing.txt"), dir.path(), QStringLiteral("/dev/zero"), pipe}) {
-        // Opening or reading a pipe could wait for ever: a thread of its own bounds the wait.
-        auto opened = std::make_shared<std::promise<bool>>();
-        std::future<bool> result = opened->get_future();
-        std::thread([opened, path] { opened->set_value(readBookFile(path).opened); }).detach();
-        QVERIFY2(result.wait_for(std::chrono::seconds(10)) == std::future_status::ready,
-                 qPrintable("reading blocked: " + path));
-        QVERIFY2(!result.get(), qPrintable(path));
+    void readsLinesAsWritten_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QStringList>("lines");
+        const QStringList &pairs = KanjiPairs;
+        QTest::newRow("utf-16le mark")
+            << encoded("UTF-16LE", QChar(0xFEFF) + pairs.join('\n')) << pairs;
+        QTest::newRow("utf-32be mark")
+            << encoded("UTF-32BE", QChar(0xFEFF) + pairs.join('\n')) << pairs;
+        // The detector calls these UTF-8, GB18030 or a Western code page.
+        QTest::newRow("euc-jp, two kanji a line") << encoded("EUC-JP", pairs.join('\n')) << pairs;
+        QTest::newRow("shift_jis, two kanji a line")
+            << encoded("Shift_JIS", pairs.join('\n')) << pairs;
+        QTest::newRow("iso-2022-jp, two kanji a line")
+            << encoded("ISO-2022-JP", pairs.join('\n')) << pairs;
+        QTest::newRow("too short to detect")
+            << encoded("windows-31j", QStringLiteral("春")) << QStringList{"春"};
+        QTest::newRow("latin-1 that cp932 reads without error")
+            << encoded("ISO-8859-1", QStringLiteral("les sentiers s'élèvent\ndes châteaux"))
+            << QStringList{"les sentiers s'élèvent", "des châteaux"};
+        // One line pasted from a Latin-1 source: the rest is still UTF-8.
+        QTest::newRow("utf-8 with a damaged line")
+            << "for\xEAt\n" + QStringLiteral("château\nforêt\nété\nnoël").toUtf8()
+            << QStringList{QStringLiteral("for\uFFFDt"), "château", "forêt", "été", "noël"};
+        QTest::newRow("lone cr, crlf, blank lines, spaces")
+            << QByteArray("\r\n\na\rb\r\n\r\n  \n\t\n\nc")
+            << QStringList{"a", "b", "  ", "\t", "c"};
     }
-}
+
+    void readsLinesAsWritten()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QStringList, lines);
+        QVERIFY2(!bytes.isEmpty(), "the encoder for this row is missing or lossy");
+        QCOMPARE(decodeBookBytes(bytes), lines);
+    }
+
+    void stopsAfterTheHundredFortiethLine()
+    {
+        QStringList book;
+        for (int i = 1; i <= 141; ++i)
+            book << QStringLiteral("line %1").arg(i);
+        // A mark and blank lines count for nothing; what follows the 140th line is not read.
+        QByteArray bytes =
+            "\xEF\xBB\xBF\n" + book.join("\n\n").toUtf8() + QByteArray(1 << 20, '\n');
+        QBuffer buffer(&bytes);
+        QVERIFY(buffer.open(QIODevice::ReadOnly));
+        QCOMPARE(readBook(buffer), book.mid(0, 140));
+        QVERIFY(!buffer.atEnd());
+    }
+
+    void readsNoFurtherThanTheBudget_data()
+    {
+        // What the file starts with; the rest up to 2 GiB is a hole of zeros.
+        QTest::addColumn<QByteArray>("start");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("sparse file") << QByteArray() << QString(MaxLineLength, QChar(0));
+        QTest::newRow("a line longer than the budget")
+            << QByteArray(ReadBudget + 1, 'x') + "\nlate\n"
+            << QString(MaxLineLength, 'x');
+        QTest::newRow("utf-16 without line ends, a pair at the cut")
+            << encoded("UTF-16LE", QChar(0xFEFF) + QString(MaxLineLength - 1, 'y') + "😀")
+            << QString(MaxLineLength - 1, 'y');
+    }
+
+    void readsNoFurtherThanTheBudget()
+    {
+        QFETCH(QByteArray, start);
+        QFETCH(QString, line);
+        QTemporaryDir dir;
+        QFile file(dir.filePath("image.txt"));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QCOMPARE(file.write(start), start.size());
+        QVERIFY(file.resize(qint64(2) * 1024 * 1024 * 1024));
+        QVERIFY(file.seek(0));
+        QCOMPARE(readBook(file), QStringList{line});
+        QVERIFY2(file.pos() <= ReadBudget, qPrintable(QString::number(file.pos())));
+    }
+
+    void whatIsNoBookIsNotRead()
+    {
+        QTemporaryDir dir;
+        const QString pipe = dir.filePath("pipe.txt");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        for (const QString &path :
+             {dir.filePath("missing.txt"), dir.path(), QStringLiteral("/dev/zero"), pipe}) {
+            // Opening or reading a pipe could wait for ever: a thread of its own bounds the wait.
+            auto opened = std::make_shared<std::promise<bool>>();
+            std::future<bool> result = opened->get_future();
+            std::thread([opened, path] { opened->set_value(readBookFile(path).opened); }).detach();
+            QVERIFY2(result.wait_for(std::chrono::seconds(10)) == std::future_status::ready,
+                     qPrintable("reading blocked: " + path));
+            QVERIFY2(!result.get(), qPrintable(path));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestTextImport)
 #include "tst_textimport.moc"
