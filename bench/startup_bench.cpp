@@ -1,6 +1,5 @@
 // The program's real start, ending at the first paint of the reading page.
 #include "firstpaint.h"
-#include "shell/signals.h"
 #include "shell/startup.h"
 #include "window/mainwindow.h"
 
@@ -9,10 +8,7 @@
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    verlis::setApplicationIdentity();
-    verlis::installToolkitTranslations(application);
-    const auto app = verlis::startVerlis(verlis::Environment::system());
-    verlis::quitOnSystemRequests(*app);
+    const auto app = verlis::startVerlis(application);
     new ExitAtFirstPaint(app->window().TextField1()->viewport());
     const int status = application.exec();
     ExitAtFirstPaint::reportPeakMemory();

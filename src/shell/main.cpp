@@ -1,4 +1,3 @@
-#include "shell/signals.h"
 #include "shell/startup.h"
 
 #include <QApplication>
@@ -6,9 +5,6 @@
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    verlis::setApplicationIdentity();
-    verlis::installToolkitTranslations(application);
-    const auto app = verlis::startVerlis(verlis::Environment::system());
-    verlis::quitOnSystemRequests(*app);
+    const auto app = verlis::startVerlis(application);
     return application.exec();
 }

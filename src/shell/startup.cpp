@@ -1,16 +1,19 @@
 #include "startup.h"
 
+#include "signals.h"
 #include "version.h"
 #include "window/mainwindow.h"
 
 #include <QApplication>
 #include <QIcon>
-#include <QWindow>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+#include <QWindow>
 
 namespace verlis {
+
+namespace {
 
 void setApplicationIdentity()
 {
@@ -19,7 +22,13 @@ void setApplicationIdentity()
     QGuiApplication::setDesktopFileName(QStringLiteral(VERLIS_APP_ID));
 }
 
-namespace {
+void installToolkitTranslations(QApplication &application)
+{
+    auto *translator = new QTranslator(&application);
+    if (translator->load(QLocale(QLocale::Japanese), QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(translator);
+}
 
 // Gives the program its window icon once the window has first been drawn:
 // looking the icon up in the desktop's theme reads the icon folders, and
@@ -35,7 +44,8 @@ protected:
         if (event->type() == QEvent::Expose) {
             watched->removeEventFilter(this);
             // Queued: the expose is drawn before the icon is looked up.
-            QMetaObject::invokeMethod(this, [this] { setIcon(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this] { setIcon(); }, Qt::QueuedConnection);
         }
         return false;
     }
@@ -53,21 +63,16 @@ private:
 
 } // namespace
 
-void installToolkitTranslations(QApplication &application)
+std::unique_ptr<App> startVerlis(QApplication &application)
 {
-    auto *translator = new QTranslator(&application);
-    if (translator->load(QLocale(QLocale::Japanese), QStringLiteral("qtbase"), QStringLiteral("_"),
-                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(translator);
-}
-
-std::unique_ptr<App> startVerlis(Environment environment)
-{
-    auto app = std::make_unique<App>(std::move(environment));
+    setApplicationIdentity();
+    installToolkitTranslations(application);
+    auto app = std::make_unique<App>(Environment::system());
     app->Event_Open();
     mainWindow &window = app->window();
     window.show();
     window.windowHandle()->installEventFilter(new IconAfterFirstExpose(app.get()));
+    quitOnSystemRequests(*app);
     return app;
 }
 

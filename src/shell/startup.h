@@ -8,15 +8,11 @@ class QApplication;
 
 namespace verlis {
 
-// The program's name, its desktop entry and its icon, for the window manager
-// and the desktop.
-void setApplicationIdentity();
-
-// The interface is Japanese whatever the locale: so are the toolkit's dialogs.
-void installToolkitTranslations(QApplication &application);
-
-// The program's start: App, its settings, menus and default book, and the
-// window on screen. The event loop is the caller's.
-std::unique_ptr<App> startVerlis(Environment environment);
+// The program's whole start in a running application: its name, desktop
+// entry and icon for the desktop; the toolkit's dialogs in Japanese, as the
+// interface is whatever the locale; App with its settings, menus and default
+// book, the window on screen; and the system's requests to end taken as the
+// user's quit. The event loop is the caller's.
+std::unique_ptr<App> startVerlis(QApplication &application);
 
 } // namespace verlis
