@@ -1,17 +1,18 @@
 #!/usr/bin/env bash
-# Runs the program's start and the reference window alternately, each until
-# its first paint, and reports median wall time and peak memory of each.
+# Runs the program's start and the reference window alternately and reports,
+# for each, the median time from launch to its first paint drawn on screen
+# and the peak memory.
 set -euo pipefail
 dir=${1:?usage: startup.sh BENCH_DIR [RUNS]}
 runs=${2:-15}
 
 declare -A times rss
 run_once() { # run_once NAME EXECUTABLE
-  local start end out
+  local start painted out
   start=$(date +%s%N)
   out=$(timeout 30 "$2" 2>/dev/null) || { echo "$1 did not reach its first paint" >&2; exit 1; }
-  end=$(date +%s%N)
-  times[$1]+="$(((end - start) / 1000)) "
+  painted=$(echo "$out" | sed -n 's/^first_paint_ns=//p')
+  times[$1]+="$(((painted - start) / 1000)) "
   rss[$1]+="$(echo "$out" | sed -n 's/^peak_rss_kib=//p') "
 }
 
