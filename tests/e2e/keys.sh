@@ -15,9 +15,17 @@ expect "the first poem"
 keys ctrl+bracketright; turn 1 {0..13}; expect "all lines forwards"
 keys ctrl+bracketleft ctrl+bracketleft; turn -2 {0..13}; expect "all lines back, page 1 to 10"
 line_keys=(1 2 3 4 5 6 7 8 9 0 u i o p)
-keys "${line_keys[@]/#/ctrl+shift+}"; turn 1 {0..13}; expect "each line forwards with Ctrl+Shift"
-keys "${line_keys[@]/#/ctrl+alt+}" ctrl+alt+1; turn -1 {0..13} 0; expect "each line back with Ctrl+Alt"
+press() { # press STEP MODIFIERS FIRST LAST: line l's key l - FIRST + 1 times, so that a key on the wrong line shows
+  local l n list=()
+  for l in $(seq "$3" "$4"); do
+    for n in $(seq $((l - $3 + 1))); do list+=("$2+${line_keys[l]}"); done
+    turn $(($1 * (l - $3 + 1))) "$l"
+  done
+  keys "${list[@]}"
+}
+press 1 ctrl+shift 0 8; press -1 ctrl+alt 9 13; expect "lines 1 to 9 forwards with Ctrl+Shift, 10 to 14 back with Ctrl+Alt"
 keys ctrl+r; first=${pages[0]}; pages=("${pages[@]/*/$first}"); expect "reset on the first line's page"
+press 1 ctrl+shift 9 13; press -1 ctrl+alt 0 8; expect "lines 10 to 14 forwards with Ctrl+Shift, 1 to 9 back with Ctrl+Alt"
 
 keys ctrl+shift+r # every line in its place, and not all on one page (a chance of 1 in 10^13)
 random=$(copied_poem | grep -v '^$')

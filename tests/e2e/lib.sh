@@ -14,22 +14,16 @@ pass() { PASSES=$((PASSES + 1)); }
 check() { [ "$2" == "$3" ] && pass || fail "$1: expected [$2], got [$3]"; } # check "what" expected actual
 finish() { echo "$PASSES passed, $FAILURES failed"; [ "$FAILURES" -eq 0 ]; }
 
-# Runs a command for at most SECONDS: bounded SECONDS CMD...
-bounded() {
-  local seconds=$1 status=0
-  shift
-  timeout -k 2 "$seconds" "$@" || status=$?
-  [ "$status" -ne 124 ] && [ "$status" -ne 137 ] || echo "gave up after $seconds s waiting for: $*" >&2
+bounded() { # bounded SECONDS CMD...: CMD for at most SECONDS
+  local status=0
+  timeout -k 2 "$@" || status=$?
+  ((status != 124 && status != 137)) || echo "gave up after $1 s waiting for: ${*:2}" >&2
   return "$status"
 }
-
-# Repeats a command until it succeeds, for at most SECONDS:
-# wait_until SECONDS "what it waits for" CMD...
-wait_until() {
-  local deadline=$((EPOCHSECONDS + $1)) seconds=$1 what=$2
-  shift 2
-  until "$@"; do
-    ((EPOCHSECONDS < deadline)) || { echo "gave up after $seconds s waiting for $what" >&2; return 1; }
+wait_until() { # wait_until SECONDS "what it waits for" CMD...: CMD again until it succeeds
+  local deadline=$((EPOCHSECONDS + $1))
+  until "${@:3}"; do
+    ((EPOCHSECONDS < deadline)) || { echo "gave up after $1 s waiting for $2" >&2; return 1; }
     sleep 0.05
   done
 }
@@ -82,7 +76,7 @@ wait_exit() {
 }
 _ended() { [[ $(cat "/proc/$APP_PID/stat" 2>/dev/null) != *") "[!Z]* ]]; } # gone, or a zombie
 
-keys() { bounded 10 xdotool key --delay 40 "$@"; sleep 0.15; }
+keys() { bounded $((10 + $# / 4)) xdotool key --delay 40 "$@"; sleep 0.15; }
 
 # The reading page as the clipboard gets it after select all and copy. The
 # clipboard is emptied first and read until the copy has arrived, so that a
