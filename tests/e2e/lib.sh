@@ -1,39 +1,29 @@
 # Helpers for the end-to-end tests: the real program in a real X server.
-# Sourced by the scripts; scripts/xsession.sh has set DISPLAY, HOME and TMPDIR.
+# Sourced by the scripts; scripts/xsession.sh has set DISPLAY, HOME, TMPDIR
+# and the XDG folders, and takes away whatever the run leaves behind.
 # Every wait has a bound, and says what it was waiting for when it gives up.
 set -euo pipefail
 
 PROGRAM=${1:?usage: $0 path/to/verlis}
 PREFS="$HOME/.config/Verlis Preferences"
-FAILURES=0
-PASSES=0
+DATA=$(cd "$(dirname "${BASH_SOURCE[0]}")/../../data" && pwd)
+FAILURES=0 PASSES=0
 
 fail() { echo "FAIL: $*"; FAILURES=$((FAILURES + 1)); }
 pass() { PASSES=$((PASSES + 1)); }
-check() { # check "what" expected actual
-  if [ "$2" == "$3" ]; then pass; else fail "$1: expected [$2], got [$3]"; fi
-}
+check() { [ "$2" == "$3" ] && pass || fail "$1: expected [$2], got [$3]"; } # check "what" expected actual
+finish() { echo "$PASSES passed, $FAILURES failed"; [ "$FAILURES" -eq 0 ]; }
 
-# Runs a command for at most SECONDS: bounded SECONDS CMD...
-bounded() {
-  local seconds=$1 status=0
-  shift
-  timeout -k 2 "$seconds" "$@" || status=$?
-  [ "$status" -ne 124 ] && [ "$status" -ne 137 ] || echo "gave up after $seconds s waiting for: $*" >&2
+bounded() { # bounded SECONDS CMD...: CMD for at most SECONDS
+  local status=0
+  timeout -k 2 "$@" || status=$?
+  ((status != 124 && status != 137)) || echo "gave up after $1 s waiting for: ${*:2}" >&2
   return "$status"
 }
-
-# Repeats a command until it succeeds, for at most SECONDS:
-# wait_until SECONDS "what it waits for" CMD...
-wait_until() {
-  local seconds=$1 what=$2
-  local deadline=$((EPOCHSECONDS + seconds))
-  shift 2
-  until "$@"; do
-    if ((EPOCHSECONDS >= deadline)); then
-      echo "gave up after $seconds s waiting for $what" >&2
-      return 1
-    fi
+wait_until() { # wait_until SECONDS "what it waits for" CMD...: CMD again until it succeeds
+  local deadline=$((EPOCHSECONDS + $1))
+  until "${@:3}"; do
+    ((EPOCHSECONDS < deadline)) || { echo "gave up after $1 s waiting for $2" >&2; return 1; }
     sleep 0.05
   done
 }
@@ -44,53 +34,39 @@ install_program() {
   local dir
   dir=$(mktemp -d)
   cp "$PROGRAM" "$dir/verlis"
-  [ -n "${1:-}" ] && cp "$1" "$dir/Verlis.txt"
+  [ -z "${1:-}" ] || cp "$1" "$dir/Verlis.txt"
   echo "$dir"
 }
 
-# Starts the program and waits for its window; sets APP_PID and WIN.
+# Waits for a visible window of that name; prints its id, or nothing.
+wait_window() {
+  wait_until 20 "a visible window named $1" _visible "$1" &&
+    timeout 5 xdotool search --onlyvisible --name "$1" 2>/dev/null | sed -n 1p || true
+}
+_visible() { timeout 5 xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
+activate() { # activate WINDOW "what it is"
+  timeout -k 2 10 xdotool windowactivate --sync "$1" >/dev/null 2>&1 ||
+    echo "gave up after 10 s waiting for $2 to be activated" >&2
+}
+
+# Starts the program and waits for its window; sets APP_PID and WIN. The
+# window manager's frame is waited for: before it, the window's position is
+# the one asked for, not where it will stand.
 start_program() {
   "$1/verlis" &
   APP_PID=$!
   WIN=$(wait_window '詩篇')
   [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
-  wait_framed "$WIN" || { fail "the window manager did not take window 詩篇"; return 1; }
-  timeout -k 2 10 xdotool windowactivate --sync "$WIN" >/dev/null 2>&1 ||
-    echo "gave up after 10 s waiting for window 詩篇 to be activated" >&2
+  wait_until 10 "the window manager's frame around window $WIN" _framed ||
+    { fail "the window manager did not take window 詩篇"; return 1; }
+  activate "$WIN" "window 詩篇"
   sleep 0.4
 }
+_framed() { timeout 5 xwininfo -tree -id "$WIN" | grep 'Parent window id:' | grep -vq 'the root window'; }
 
-# Waits until the window manager has put its frame around a window: before
-# that its position is the one asked for, not where it will stand.
-wait_framed() {
-  local root
-  root=$(bounded 10 xwininfo -root | awk '/Window id:/ {print $4}')
-  wait_until 10 "the window manager's frame around window $1" _framed "$1" "$root"
-}
-_framed() { [ "$(timeout 5 xwininfo -tree -id "$1" | awk '/Parent window id:/ {print $4}')" != "$2" ]; }
-
-# Waits for a visible window of that name; prints its id, or nothing.
-wait_window() {
-  wait_until 20 "a visible window named $1" _visible "$1" || true
-  timeout 5 xdotool search --onlyvisible --name "$1" 2>/dev/null | sed -n 1p || true
-}
-_visible() { timeout 5 xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
-
-# Whether a process runs (a zombie has ended).
-running() {
-  local state
-  state=$(awk '{print $3}' "/proc/$1/stat" 2>/dev/null) && [ "$state" != Z ]
-}
-
-# Waits for the program to end and sets EXIT_STATUS. Only the script's own
-# shell can wait for its child: not inside $(...).
+# Waits for the program to end and sets EXIT_STATUS. Call it alone in the
+# script's own shell, never inside $(...): only that shell can wait for it.
 wait_exit() {
-  EXIT_STATUS=""
-  if [ "$BASHPID" != "$$" ]; then
-    echo "wait_exit can't wait for the program in a subshell: call it alone and read EXIT_STATUS" >&2
-    echo "(run in a subshell)"
-    return 1
-  fi
   if ! wait_until 15 "the program (pid $APP_PID) to end" _ended; then
     kill -KILL "$APP_PID" 2>/dev/null || true
     fail "the program did not end"
@@ -98,10 +74,9 @@ wait_exit() {
   EXIT_STATUS=0
   wait "$APP_PID" || EXIT_STATUS=$?
 }
+_ended() { [[ $(cat "/proc/$APP_PID/stat" 2>/dev/null) != *") "[!Z]* ]]; } # gone, or a zombie
 
-_ended() { ! running "$APP_PID"; }
-
-keys() { bounded 10 xdotool key --delay 40 "$@"; sleep 0.15; }
+keys() { bounded $((10 + $# / 4)) xdotool key --delay 40 "$@"; sleep 0.15; }
 
 # The reading page as the clipboard gets it after select all and copy. The
 # clipboard is emptied first and read until the copy has arrived, so that a
@@ -116,7 +91,7 @@ copied_poem() {
 }
 _copied() { [ -n "$(timeout 5 xclip -o -selection clipboard 2>/dev/null)" ]; }
 
-finish() {
-  echo "$PASSES passed, $FAILURES failed"
-  [ "$FAILURES" -eq 0 ]
+# The reading page opens on the default book's first stanza: shows_default WHAT
+shows_default() {
+  check "$1: first stanza" "$(grep -v '^$' "$DATA/Verlis.txt" | sed -n 1,4p)" "$(copied_poem | sed -n 1,4p)"
 }

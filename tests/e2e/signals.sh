@@ -3,9 +3,7 @@
 # terminal asks, the program ends as a user's quit does: a style chosen in
 # that run is in the preferences file, and the exit status is 0.
 source "$(dirname "$0")/lib.sh"
-here=$(cd "$(dirname "$0")" && pwd)
-dir=$(install_program "$here/../../data/Verlis.txt")
-
+dir=$(install_program "$DATA/Verlis.txt")
 bold=0
 for signal in TERM HUP; do
   start_program "$dir"
