@@ -76,7 +76,7 @@ wait_exit() {
 }
 _ended() { [[ $(cat "/proc/$APP_PID/stat" 2>/dev/null) != *") "[!Z]* ]]; } # gone, or a zombie
 
-keys() { bounded $((10 + $# / 4)) xdotool key --delay 40 "$@"; sleep 0.15; }
+keys() { bounded $((10 + $# / 4)) xdotool key --delay 15 "$@"; sleep 0.15; }
 
 # The reading page as the clipboard gets it after select all and copy. The
 # clipboard is emptied first and read until the copy has arrived, so that a
