@@ -32,7 +32,6 @@ private slots:
             << Numbers{0, 479, 359, -101, -101, 0x3366CC, 0x3366CC} << defaults;
         QTest::newRow("one above")
             << Numbers{65, 32001, 24001, 3001, 3001, 0, 0xFFFFFF} << defaults;
-        QTest::newRow("no file") << Numbers{0, 0, 0, 0, 0, 0, 0} << defaults;
         QTest::newRow("no width") << Numbers{20, 0, 500, 30, 40, 0, 1}
                                   << Numbers{20, 552, 500, 30, 40, 0, 1};
     }
