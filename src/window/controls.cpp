@@ -111,23 +111,26 @@ void TextField::applyPendingText()
 {
     if (!m_textPending && !m_fontPending)
         return;
-    QStringList rows = m_text.split(QChar(13));
-    for (QString &row : rows)
-        row = shownRow(row);
-    if (m_textPending || m_widestPerPixel < 0)
-        measureRows(rows);
-    fitFont();
-    if (!m_textPending)
-        return;
-    m_textPending = false;
-    // One edit, one layout: the rows take their height as the text goes in.
-    QTextCursor cursor(document());
-    cursor.beginEditBlock();
-    cursor.select(QTextCursor::Document);
-    cursor.removeSelectedText();
-    cursor.setBlockFormat(rowFormat());
-    cursor.insertText(rows.join(QLatin1Char('\n')));
-    cursor.endEditBlock();
+    fitFont(); // with the last measure: a new text seldom needs another size
+    if (m_textPending) {
+        m_textPending = false;
+        QStringList rows = m_text.split(QChar(13));
+        for (QString &row : rows)
+            row = shownRow(row);
+        // One edit, one layout: the rows take their height as the text goes in.
+        QTextCursor cursor(document());
+        cursor.beginEditBlock();
+        cursor.select(QTextCursor::Document);
+        cursor.removeSelectedText();
+        cursor.setBlockFormat(rowFormat());
+        cursor.insertText(rows.join(QLatin1Char('\n')));
+        cursor.endEditBlock();
+        m_widestPerPixel = -1;
+    }
+    if (m_widestPerPixel < 0) {
+        measureRows();
+        fitFont();
+    }
 }
 
 void TextField::selectAll()
@@ -180,16 +183,20 @@ void TextField::setTextStyle(const TextStyle &style)
     viewport()->update();
 }
 
-// The width of the widest row, per pixel of the font's size: text widths
-// grow in proportion to the size, so one measure serves every height.
-void TextField::measureRows(const QStringList &rows)
+// The width of the widest row, per pixel of the font's size, read from the
+// layout that painting needs anyway: text widths grow in proportion to the
+// size, so one measure serves every height.
+void TextField::measureRows()
 {
-    m_widestPerPixel = 0;
-    TextStyle reference = m_style;
-    reference.TextSize = 100;
-    const QFontMetricsF metrics(reference.toFont(logicalDpiY()), this);
-    for (const QString &row : rows)
-        m_widestPerPixel = qMax(m_widestPerPixel, metrics.horizontalAdvance(row) / 100);
+    document()->documentLayout()->documentSize(); // lays out what is pending
+    qreal widest = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const QTextLayout *layout = block.layout();
+        for (int i = 0; i < layout->lineCount(); ++i)
+            widest = qMax(widest, layout->lineAt(i).naturalTextWidth());
+    }
+    const qreal pixels = font().pointSizeF() * logicalDpiY() / 72.0;
+    m_widestPerPixel = pixels > 0 ? widest / pixels : 0;
 }
 
 // The style's font, or a smaller one where the widest row would not fit.
@@ -198,7 +205,8 @@ void TextField::fitFont()
     m_fontPending = false;
     TextStyle fitted = m_style;
     const qreal room = viewport()->width() - 2 * document()->documentMargin() - 1;
-    if (m_style.TextSize > 0 && m_widestPerPixel * m_style.TextSize > room && room > 0)
+    if (m_style.TextSize > 0 && m_widestPerPixel > 0
+        && m_widestPerPixel * m_style.TextSize > room && room > 0)
         fitted.TextSize = float(qMax(1.0, room / m_widestPerPixel));
     const QFont font = fitted.toFont(logicalDpiY());
     if (font != this->font())

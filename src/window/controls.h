@@ -99,14 +99,14 @@ private:
     QTextBlockFormat rowFormat() const;
     void paintSelectionBands(QPainter &painter, const QTextCursor &selection) const;
     void fitFont();
-    void measureRows(const QStringList &rows);
+    void measureRows();
 
     QString m_text;
     bool m_textPending = false;
     bool m_fontPending = false;
     TextStyle m_style;
     int m_rowHeight = 0;
-    qreal m_widestPerPixel = 0; // the widest row's width for a 1-pixel font
+    qreal m_widestPerPixel = 0; // the widest row's width for a 1-pixel font; < 0: to measure
 };
 
 // The pages of the window; Value is the page showing.

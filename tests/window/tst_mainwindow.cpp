@@ -103,6 +103,10 @@ private slots:
         QVERIFY(!w->TextField1()->textStyle().Italic);
         resize(QSize(640, 500));
         QVERIFY(w->TextField1()->textStyle().Italic);
+        w->grab();
+        resize(QSize(640, 700)); // the same poem and face, drawn at the new height's size
+        w->grab();
+        QCOMPARE(QFontInfo(w->TextField1()->font()).pixelSize(), (700 - 68) / 26);
     }
 
     void makePoetryAndReadTextKeepTheReadingPage()
