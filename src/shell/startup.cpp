@@ -44,8 +44,7 @@ protected:
         if (event->type() == QEvent::Expose) {
             watched->removeEventFilter(this);
             // Queued: the expose is drawn before the icon is looked up.
-            QMetaObject::invokeMethod(
-                this, [this] { setIcon(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, [this] { setIcon(); }, Qt::QueuedConnection);
         }
         return false;
     }
