@@ -1,32 +1,17 @@
 // Bytes in, book out: the same bytes read from memory and from a file give
 // the same lines, and no line breaks the limits the window relies on.
+#include "fuzzcheck.h"
 #include "poem/textimport.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <cstdio>
-#include <cstdlib>
-
-namespace {
-
-void check(bool condition, const char *what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "fuzz_book: %s\n", what);
-        std::abort();
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
 {
     static const QTemporaryDir dir;
     static const QString path = dir.filePath(QStringLiteral("book.txt"));
 
-    const QByteArray bytes =
-        QByteArray::fromRawData(reinterpret_cast<const char *>(data), qsizetype(size));
+    const QByteArray bytes = inputBytes(data, size);
     const QStringList lines = verlis::decodeBookBytes(bytes);
     check(lines.size() <= verlis::MaxBookLines, "more than 140 lines");
     for (const QString &line : lines) {

@@ -1,28 +1,13 @@
 // Any preferences file loads, and what it loads is saved and loaded again
 // unchanged: decoding the encoded record gives the same settings.
+#include "fuzzcheck.h"
 #include "shell/preferences.h"
 #include "window/mainwindow.h"
-
-#include <cstdio>
-#include <cstdlib>
-
-namespace {
-
-void check(bool condition, const char *what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "fuzz_prefs: %s\n", what);
-        std::abort();
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
 {
     using namespace verlis;
-    const QByteArray bytes =
-        QByteArray::fromRawData(reinterpret_cast<const char *>(data), qsizetype(size));
+    const QByteArray bytes = inputBytes(data, size);
     Preferences loaded = decodePreferences(bytes);
     normalisePreferences(loaded, mainWindow::Limits);
 
