@@ -1,26 +1,24 @@
 // Any preferences file loads, and what it loads is saved and loaded again
 // unchanged: decoding the encoded record gives the same settings.
 #include "fuzzcheck.h"
-#include "shell/preferences.h"
-#include "window/mainwindow.h"
+#include "settings/preferences.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
 {
     using namespace verlis;
     const QByteArray bytes = inputBytes(data, size);
     Preferences loaded = decodePreferences(bytes);
-    normalisePreferences(loaded, mainWindow::Limits);
+    normalisePreferences(loaded, WindowLimits);
 
     const QByteArray record = encodePreferences(loaded);
-    check(record.size() >= PreferencesFixedBytes &&
-              record.size() <= PreferencesFixedBytes + MaxFontNameBytes,
+    check(record.size() >= RecordFixedBytes && record.size() <= MaxRecordBytes,
           "a record of the wrong size");
-    check(quint8(record[1]) == record.size() - PreferencesFixedBytes,
+    check(quint8(record[1]) == record.size() - RecordFixedBytes,
           "the length byte does not match the name");
     const Preferences again = decodePreferences(record);
     check(again == loaded, "the saved record loads as other settings");
     Preferences renormalised = again;
-    normalisePreferences(renormalised, mainWindow::Limits);
+    normalisePreferences(renormalised, WindowLimits);
     check(renormalised == again, "the normalisation is not settled after one pass");
     return 0;
 }

@@ -1,7 +1,7 @@
 #include "commands.h"
 
 #include "menubar1.h"
-#include "shell/dialogs.h"
+#include "window/dialogs.h"
 #include "window/mainwindow.h"
 
 #include <QAction>
@@ -92,8 +92,8 @@ bool MenuCommands::_fontLarger_Action()
 {
     quint8 &size = m_prefs.mainSize;
     size = quint8(size + 1);
-    if (size > 64)
-        size = 64;
+    if (size > LargestTextSize)
+        size = LargestTextSize;
     emit appearanceWanted();
     return true;
 }
@@ -102,8 +102,8 @@ bool MenuCommands::_fontSmaller_Action()
 {
     quint8 &size = m_prefs.mainSize;
     size = quint8(size - 1);
-    if (size < 7)
-        size = 7;
+    if (size < SmallestChosenTextSize)
+        size = SmallestChosenTextSize;
     emit appearanceWanted();
     return true;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/preferences.h"
-#include "shell/version.h"
+#include "settings/preferences.h"
+#include "version.h"
 
 #include <QObject>
 

@@ -125,16 +125,8 @@ QString MenuBar1::Text(const QAction *item)
 
 void MenuBar1::setText(QAction *item, const QString &text) { item->setText(escapeMnemonic(text)); }
 
-QString MenuBar1::KeyboardShortcut(const QAction *item)
-{
-    const auto *menuItem = qobject_cast<const MenuItem *>(item);
-    return menuItem ? menuItem->keyboardShortcut : QString();
-}
-
 void MenuBar1::setKeyboardShortcut(QAction *item, const QString &shortcut)
 {
-    if (auto *menuItem = qobject_cast<MenuItem *>(item))
-        menuItem->keyboardShortcut = shortcut;
     if (!shortcut.isEmpty() || !item->shortcut().isEmpty())
         item->setShortcut(keySequenceFor(shortcut));
 }

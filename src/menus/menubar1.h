@@ -13,13 +13,12 @@ namespace verlis {
 struct MenuEntry;
 
 // An item of the menu tree: a command with its Index in its array (0 for
-// items outside one) and its key equivalent as the menus write it.
+// items outside one).
 class MenuItem : public QAction {
     Q_OBJECT
 public:
     using QAction::QAction;
     int index = 0;
-    QString keyboardShortcut;
 };
 
 // The one menu tree, built from the table of menus. Items are found by
@@ -47,7 +46,6 @@ public:
     static int Index(const QAction *item);
     static QString Text(const QAction *item);
     static void setText(QAction *item, const QString &text);
-    static QString KeyboardShortcut(const QAction *item);
     static void setKeyboardShortcut(QAction *item, const QString &shortcut);
 
 signals:

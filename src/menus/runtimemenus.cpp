@@ -2,6 +2,7 @@
 #include "runtimemenus.h"
 
 #include "menubar1.h"
+#include "poem/bookshape.h"
 
 #include <QAction>
 
@@ -28,7 +29,7 @@ void makePageMenu(MenuBar1 &bar)
 {
     static const char *const Keys[] = {"",  "2", "3", "4", "5", "6", "7",
                                        "8", "9", "0", "u", "i", "o", "p"};
-    for (int i = 1; i < 14; ++i) {
+    for (int i = 1; i < LineCount; ++i) {
         QAction *next = bar.installClone(QStringLiteral("menuNextLine"));
         QAction *prev = bar.installClone(QStringLiteral("menuPrevLine"));
         const QString text = QString::number(i + 1) + QStringLiteral("行目");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bookshape.h"
+
 #include <QString>
 
 #include <array>
@@ -9,9 +11,6 @@ namespace verlis {
 // A Poem book: ten pages of fourteen lines. Any cell may be empty.
 class PoemBook {
 public:
-    static constexpr int Pages = 10;
-    static constexpr int Lines = 14;
-
     const QString &Line(int page, int line) const { return m_cells[page][line]; }
     void setLine(int page, int line, const QString &text) { m_cells[page][line] = text; }
     void clear()
@@ -21,7 +20,7 @@ public:
     }
 
 private:
-    std::array<std::array<QString, Lines>, Pages> m_cells{};
+    std::array<std::array<QString, LineCount>, PageCount> m_cells{};
 };
 
 } // namespace verlis

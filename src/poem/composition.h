@@ -15,8 +15,8 @@ inline constexpr QChar RowBreak = QChar(13);
 // What the window shows of one selection: a page number and a text for each
 // line, and the two texts of the reading page, grouped 4, 4, 3, 3.
 struct ComposedPoem {
-    std::array<QString, Selection::Lines> pageNumbers;
-    std::array<QString, Selection::Lines> lineTexts;
+    std::array<QString, LineCount> pageNumbers;
+    std::array<QString, LineCount> lineTexts;
     QString text;    // 17 rows separated by RowBreak, no trailing one
     QString numbers; // the page number of each line on the same rows
 };

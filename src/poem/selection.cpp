@@ -44,24 +44,24 @@ void Selection::turnLine(int line, Direction direction)
     if (direction == Direction::Backwards) {
         page = qint8(page - 1);
         if (page < 0)
-            page = 9;
+            page = PageCount - 1;
     } else {
         page = qint8(page + 1);
-        if (page > 9)
+        if (page > PageCount - 1)
             page = 0;
     }
 }
 
 void Selection::turnAllLines(Direction direction)
 {
-    for (int line = 0; line < Lines; ++line)
+    for (int line = 0; line < LineCount; ++line)
         turnLine(line, direction);
 }
 
 void Selection::resetSelection()
 {
     // Line 0 is read anew at every pass; it keeps its own value.
-    for (int line = 0; line < Lines; ++line)
+    for (int line = 0; line < LineCount; ++line)
         m_pages[line] = m_pages[0];
 }
 
@@ -69,13 +69,13 @@ void Selection::shuffleSelection()
 {
     FreshRandom random;
     for (auto &page : m_pages)
-        page = qint8(inRange(random, 0, 9));
+        page = qint8(inRange(random, 0, PageCount - 1));
 }
 
 void Selection::shuffleLine(int line)
 {
     FreshRandom random;
-    m_pages[line] = qint8(inRange(random, 0, 9));
+    m_pages[line] = qint8(inRange(random, 0, PageCount - 1));
 }
 
 } // namespace verlis

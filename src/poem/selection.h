@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bookshape.h"
+
 #include <QtGlobal>
 
 #include <array>
@@ -12,11 +14,9 @@ enum class Direction { Backwards, Forwards };
 // Between operations every value lies from 0 to 9.
 class Selection {
 public:
-    static constexpr int Lines = 14;
-
     qint8 whatPage(int line) const { return m_pages[line]; }
     void setWhatPage(int line, qint8 page) { m_pages[line] = page; }
-    const std::array<qint8, Lines> &pages() const { return m_pages; }
+    const std::array<qint8, LineCount> &pages() const { return m_pages; }
 
     void turnLine(int line, Direction direction);
     void turnAllLines(Direction direction);
@@ -26,7 +26,7 @@ public:
     void clear() { m_pages.fill(0); }
 
 private:
-    std::array<qint8, Lines> m_pages{};
+    std::array<qint8, LineCount> m_pages{};
 };
 
 } // namespace verlis

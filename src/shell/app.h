@@ -1,10 +1,9 @@
 #pragma once
 
-#include "preferences.h"
-#include "version.h"
+#include "settings/preferences.h"
+#include "settings/preferencesfile.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
 
 #include <functional>
@@ -28,26 +27,20 @@ struct Environment {
     static Environment system();
 };
 
-// The application: the settings, the version data, the menu tree and the
-// one window, and the order of things at start and stop.
+// The application: the settings, the menu tree, the one window and the
+// commands, and the order of things at start and stop.
 class App : public QObject {
     Q_OBJECT
 public:
-    static constexpr const char *PreferencesFileName = "Verlis Preferences";
-
     explicit App(Environment environment);
     ~App() override;
 
     Preferences prefs;
 
-    QString Version() const { return versionData().ShortVersion; }
-    QString Copyright() const { return versionData().LongVersion; }
-
-    MenuBar1 &menuBar() const;
-    // The window, made at the first call.
-    mainWindow &window();
-    MenuCommands &commands();
-    Dialogs &dialogs() const { return *m_env.dialogs; }
+    MenuBar1 &menuBar() const { return *m_menuBar; }
+    mainWindow &window() const { return *m_window; }
+    MenuCommands &commands() const { return *m_commands; }
+    const PreferencesFile &preferencesFile() const { return m_preferencesFile; }
 
     void Event_Open();
     void Event_Close();
@@ -60,16 +53,16 @@ public:
     // Ends the run: the settings are saved once, whichever way it ends.
     void Quit(int status);
 
-    QString preferencesPath() const;
     int preferencesWrites() const { return m_preferencesWrites; }
 
 private:
     void updateEnabling();
 
     Environment m_env;
-    QPointer<MenuBar1> m_menuBar;
+    PreferencesFile m_preferencesFile;
+    MenuBar1 *m_menuBar;    // owned by the window once it is set on it
     std::unique_ptr<mainWindow> m_window;
-    MenuCommands *m_commands = nullptr;
+    MenuCommands *m_commands; // owned by the window
     bool m_closed = false;
     int m_preferencesWrites = 0;
 };

@@ -10,10 +10,10 @@ namespace verlis {
 
 void App::setAppearance()
 {
-    mainWindow &w = window();
+    mainWindow &w = *m_window;
     const TextStyle labelStyle{prefs.mainfont, float(prefs.mainSize), prefs.mainBold,
                                prefs.mainItalic, prefs.mainUnderline};
-    for (int i = 0; i < mainWindow::LineCount; ++i) {
+    for (int i = 0; i < LineCount; ++i) {
         w.textLabel(i)->setTextStyle(labelStyle);
         w.pageLabel(i)->setTextStyle(labelStyle);
         w.pageLabel(i)->setVisible(prefs.BshowNumber);
@@ -28,15 +28,12 @@ void App::setAppearance()
     w.setBackColor(prefs.ColorBack);
     w.noField()->setVisible(prefs.BshowNumber);
 
-    const MenuBar1 &bar = menuBar();
+    const MenuBar1 &bar = *m_menuBar;
     bar.item(QStringLiteral("fontBold"))->setChecked(prefs.mainBold);
     bar.item(QStringLiteral("fontItalic"))->setChecked(prefs.mainItalic);
     bar.item(QStringLiteral("fontUnderline"))->setChecked(prefs.mainUnderline);
     bar.item(QStringLiteral("menuShowNumber"))->setChecked(prefs.BshowNumber);
-    // On another page the poem must not take the keyboard from what shows;
-    // it gets it when its page comes forward.
-    if (w.TextField1()->isVisibleTo(&w))
-        w.TextField1()->setFocus();
+    w.focusPoem();
 }
 
 } // namespace verlis

@@ -1,7 +1,7 @@
 #include "startup.h"
 
 #include "signals.h"
-#include "version.h"
+#include "menus/version.h"
 #include "window/mainwindow.h"
 
 #include <QApplication>

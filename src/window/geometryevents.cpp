@@ -14,7 +14,7 @@ namespace verlis {
 void mainWindow::Event_Open()
 {
     const QRect client =
-        keptOnScreen(QRect(m_prefs.MWLeft, m_prefs.MWTop, m_prefs.MWWidth, m_prefs.MWHeight));
+        placeClientOnScreens(QRect(m_prefs.MWLeft, m_prefs.MWTop, m_prefs.MWWidth, m_prefs.MWHeight));
     setClientGeometry(client.left(), client.top(), client.width(), client.height());
     m_frameCheckPending = true;
     emit appearanceWanted();
@@ -32,15 +32,15 @@ void mainWindow::Event_Resized()
 
 // A stored geometry from a damaged file or a larger screen is pulled onto
 // the screens there are now; one that fits stays to the pixel.
-QRect mainWindow::keptOnScreen(const QRect &client) const
+QRect mainWindow::placeClientOnScreens(const QRect &client) const
 {
     QList<QRect> areas;
     for (const QScreen *screen : QGuiApplication::screens())
         areas.append(screen->availableGeometry());
     // Menu bar and, once known, the window manager's frame around the client area.
     const QSize extra = frameGeometry().size() - m_client->size();
-    const QRect frame = keptOnScreens(QRect(client.topLeft(), client.size() + extra), areas,
-                                      QSize(Limits.minWidth, Limits.minHeight) + extra);
+    const QRect frame = placeFrameOnScreens(QRect(client.topLeft(), client.size() + extra), areas,
+                                      QSize(WindowLimits.minWidth, WindowLimits.minHeight) + extra);
     return QRect(frame.topLeft(), frame.size() - extra);
 }
 
@@ -73,7 +73,7 @@ void mainWindow::moveEvent(QMoveEvent *event)
         m_frameCheckPending = false;
         QTimer::singleShot(0, this, [this] {
             const QRect client(frameGeometry().topLeft(), QSize(Width(), Height()));
-            const QRect kept = keptOnScreen(client);
+            const QRect kept = placeClientOnScreens(client);
             if (kept != client)
                 setClientGeometry(kept.left(), kept.top(), kept.width(), kept.height());
         });

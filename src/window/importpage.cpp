@@ -2,8 +2,8 @@
 #include "mainwindow.h"
 
 #include "poem/textimport.h"
-#include "shell/dialogs.h"
-#include "shell/filetypes.h"
+#include "dialogs.h"
+#include "filetypes.h"
 
 #include <QPushButton>
 
@@ -18,7 +18,6 @@ void mainWindow::readText(const std::optional<QString> &file)
         // A file that can't be read leaves the book empty, as a file of no lines would.
         const BookFile read = readBookFile(*file);
         m_listbox->setUpdatesEnabled(false);
-        m_listbox->reserveRows(int(read.lines.size()));
         for (qsizetype n = 0; n < read.lines.size(); ++n) {
             const int page = int(n / LineCount);
             const int line = int(n % LineCount);

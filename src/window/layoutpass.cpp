@@ -4,7 +4,7 @@
 
 namespace verlis {
 
-std::array<RowGeometry, 14> labelRowGeometry(qint64 width, qint64 height)
+std::array<RowGeometry, LineCount> labelRowGeometry(qint64 width, qint64 height)
 {
     constexpr qint64 pageLeft = 48;
     constexpr qint64 pageWidth = 32;
@@ -17,9 +17,9 @@ std::array<RowGeometry, 14> labelRowGeometry(qint64 width, qint64 height)
     const qint64 leftArrowLeft = textLeft + textWidth;
     const qint64 rightArrowLeft = leftArrowLeft + arrowWidth;
 
-    std::array<RowGeometry, 14> rows;
+    std::array<RowGeometry, LineCount> rows;
     qint64 lineTop = top;
-    for (int i = 0; i < 14; ++i) {
+    for (int i = 0; i < LineCount; ++i) {
         if (i > 0)
             lineTop += endsStanza(i - 1) ? 2 * rowHeight : rowHeight; // a stanza's gap
         const auto y = int(lineTop);

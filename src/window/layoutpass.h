@@ -1,5 +1,7 @@
 #pragma once
 
+#include "poem/bookshape.h"
+
 #include <QRect>
 
 #include <array>
@@ -18,6 +20,6 @@ struct RowGeometry {
 // The rows of the label page for a client area of width x height: fourteen
 // lines and three stanza gaps divide the height, less a margin of 48 above
 // and below, into 17 equal rows.
-std::array<RowGeometry, 14> labelRowGeometry(qint64 width, qint64 height);
+std::array<RowGeometry, LineCount> labelRowGeometry(qint64 width, qint64 height);
 
 } // namespace verlis

@@ -4,7 +4,6 @@
 #include "locks.h"
 #include "poem/composition.h"
 
-#include <QApplication>
 #include <QMenuBar>
 #include <QPushButton>
 
@@ -31,13 +30,13 @@ void mainWindow::Layout(QMenuBar *menuBar)
     setWindowTitle(QStringLiteral("詩篇"));
     m_client = new QWidget(this);
     m_client->setObjectName(QStringLiteral("client"));
-    m_client->setMinimumSize(Limits.minWidth, Limits.minHeight);
-    m_client->setMaximumSize(Limits.maxWidth, Limits.maxHeight);
+    m_client->setMinimumSize(WindowLimits.minWidth, WindowLimits.minHeight);
+    m_client->setMaximumSize(WindowLimits.maxWidth, WindowLimits.maxHeight);
     m_client->setAutoFillBackground(true);
     setCentralWidget(m_client);
     setBackColor(0xFFFFFF);
     m_client->installEventFilter(this);
-    setClientGeometry(100, 100, DesignWidth, DesignHeight);
+    setClientGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
 }
 
 void mainWindow::CreateControls()
@@ -49,7 +48,7 @@ void mainWindow::CreateControls()
     createLabelPage(m_pagePanel->panelPage(LabelPage));
     createReadingPage(m_pagePanel->panelPage(ReadingPage));
     connect(m_pagePanel, &QStackedWidget::currentChanged, this, &mainWindow::panelPageChanged);
-    connect(m_pagePanel, &QStackedWidget::currentChanged, this, &mainWindow::focusReadingPage);
+    connect(m_pagePanel, &QStackedWidget::currentChanged, this, &mainWindow::focusPoem);
     applyLocks();
 }
 
@@ -157,11 +156,9 @@ void mainWindow::createReadingPage(QWidget *page)
     setTabOrder(m_textField, m_noField);
 }
 
-// The poem takes the keyboard when its page comes forward, so that select
-// all and copy reach it without a click.
-void mainWindow::focusReadingPage(int value)
+void mainWindow::focusPoem()
 {
-    if (value == ReadingPage && QApplication::focusWidget() != m_noField)
+    if (m_pagePanel->Value() == ReadingPage)
         m_textField->setFocus();
 }
 
@@ -172,7 +169,7 @@ void mainWindow::place(QWidget *control, const QRect &declared, int locks)
 
 void mainWindow::applyLocks()
 {
-    const QSize design(DesignWidth, DesignHeight);
+    const QSize design(DefaultWidth, DefaultHeight);
     const QSize client(Width(), Height());
     // The panel first: the controls on its pages are placed relative to it.
     for (const Placed &p : m_placed)

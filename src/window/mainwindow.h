@@ -1,10 +1,13 @@
 #pragma once
 
-#include "controls.h"
+#include "label.h"
+#include "listbox.h"
+#include "pagepanel.h"
 #include "panelpage.h"
 #include "poem/book.h"
 #include "poem/selection.h"
-#include "shell/preferences.h"
+#include "settings/preferences.h"
+#include "textfield.h"
 
 #include <QMainWindow>
 
@@ -24,18 +27,13 @@ class Dialogs;
 class mainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    static constexpr int DesignWidth = 552;
-    static constexpr int DesignHeight = 516;
-    static constexpr SizeLimits Limits{480, 32000, 480, 32000};
-    static constexpr int LineCount = 14;
     using enum PanelPage;
 
     // The window works on the settings it is handed, and says when they
     // should reach the screen and when the user asks it to close.
     mainWindow(Preferences &prefs, QMenuBar *menuBar, Dialogs &dialogs);
 
-    // The Poem book and the selection.
-    const QString &Line(int page, int line) const { return m_book.Line(page, line); }
+    // The selection.
     qint8 whatPage(int line) const { return m_selection.whatPage(line); }
     Selection &selection() { return m_selection; }
 
@@ -74,6 +72,9 @@ public:
     // Reads a book; nothing as the file clears the selection only.
     void readText(const std::optional<QString> &file);
     std::optional<QString> SelectFile();
+    // The poem takes the keyboard whenever its page shows, so that select all
+    // and copy reach it without a click; elsewhere the keyboard stays put.
+    void focusPoem();
 
     // Window events.
     void Event_Open();
@@ -121,10 +122,9 @@ private:
     Label *createWordLabel(QWidget *page, const QString &text, const QRect &declared);
     void place(QWidget *control, const QRect &declared, int locks);
     void applyLocks();
-    void focusReadingPage(int value);
     void setControlRect(QWidget *control, const QRect &rect);
     void recordGeometry();
-    QRect keptOnScreen(const QRect &client) const;
+    QRect placeClientOnScreens(const QRect &client) const;
     bool turnFromArrow(Label *label, Qt::KeyboardModifiers modifiers, Direction direction);
 
     static Label *member(const std::array<Label *, LineCount> &array, int index)

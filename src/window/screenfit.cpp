@@ -29,7 +29,7 @@ int pulledInto(int start, int length, int low, int room)
 
 } // namespace
 
-QRect keptOnScreens(const QRect &frame, const QList<QRect> &areas, const QSize &minimum)
+QRect placeFrameOnScreens(const QRect &frame, const QList<QRect> &areas, const QSize &minimum)
 {
     if (areas.isEmpty())
         return frame;

@@ -11,6 +11,6 @@ namespace verlis {
 // of them is kept to the pixel. Any other goes onto the area it overlaps
 // most (or, overlapping none, the nearest one), shrunk to that area where
 // it is larger but never below `minimum`, and moved only as far as needed.
-QRect keptOnScreens(const QRect &frame, const QList<QRect> &areas, const QSize &minimum);
+QRect placeFrameOnScreens(const QRect &frame, const QList<QRect> &areas, const QSize &minimum);
 
 } // namespace verlis

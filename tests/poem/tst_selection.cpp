@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+using verlis::LineCount;
 using verlis::Selection;
 
 // What only the random draws can get wrong; turning is tested through the menu commands.
@@ -13,13 +14,13 @@ private slots:
     void shuffleReachesEveryPageAndNeverRepeatsAPoem()
     {
         // By chance, a line misses a page in 200 draws below 1e-6; a poem repeats at 1e-14.
-        std::array<std::array<bool, 10>, Selection::Lines> seen{};
+        std::array<std::array<bool, 10>, LineCount> seen{};
         Selection s;
         for (int draw = 0; draw < 200; ++draw) {
             const auto previous = s.pages();
             s.shuffleSelection();
             QVERIFY(s.pages() != previous);
-            for (int i = 0; i < Selection::Lines; ++i)
+            for (int i = 0; i < LineCount; ++i)
                 seen.at(size_t(i)).at(size_t(s.whatPage(i))) = true; // throws when out of range
         }
         for (const auto &line : seen)
@@ -34,7 +35,7 @@ private slots:
             s.shuffleLine(13);
             seen.at(size_t(s.whatPage(13))) = true;
             s.setWhatPage(13, 0); // every other line must have stayed on 0
-            QCOMPARE(std::count(s.pages().begin(), s.pages().end(), qint8(0)), Selection::Lines);
+            QCOMPARE(std::count(s.pages().begin(), s.pages().end(), qint8(0)), LineCount);
         }
         QCOMPARE(std::count(seen.begin(), seen.end(), true), 10);
     }

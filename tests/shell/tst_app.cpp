@@ -59,7 +59,7 @@ private slots:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<bool>("saved");
-        const int longest = PreferencesFixedBytes + MaxFontNameBytes;
+        const int longest = MaxRecordBytes;
         QTest::newRow("cut short") << "file" << QByteArray::fromHex("0c0673797374656d0064") << true;
         QTest::newRow("longer than any record") << "file" << QByteArray(longest + 1, 'x') << false;
         QTest::newRow("the longest record") << "file" << QByteArray(longest, 'x') << true;
@@ -121,7 +121,7 @@ private slots:
         }
         save(older); // and whatever a killed save left beside the record is gone
         QCOMPARE(QFileInfo(t.prefsPath()).dir().entryList(QDir::Files | QDir::Hidden),
-                 QStringList{App::PreferencesFileName});
+                 QStringList{PreferencesFile::FileName});
         QVERIFY(killedChild({10, 10}, 100000));      // its writes fail at the file size limit
         QCOMPARE(found(), encodePreferences(older)); // and the record stands
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "shell/app.h"
-#include "shell/dialogs.h"
+#include "window/dialogs.h"
 #include "window/mainwindow.h"
 
 #include <QFile>
@@ -76,7 +76,7 @@ struct TestApp {
         app = std::make_unique<verlis::App>(std::move(env));
     }
 
-    QString prefsPath() const { return app->preferencesPath(); }
+    QString prefsPath() const { return app->preferencesFile().path(); }
 
     // Started on a book written into `dir`, its window on screen.
     static std::unique_ptr<TestApp> started(const QTemporaryDir &dir, const QStringList &book)

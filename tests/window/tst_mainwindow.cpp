@@ -58,7 +58,7 @@ private slots:
             QVERIFY(QTest::qWaitForWindowExposed(w));
         }
         app->prefs = Preferences{};
-        normalisePreferences(app->prefs, mainWindow::Limits);
+        normalisePreferences(app->prefs, WindowLimits);
         resize(QSize(552, 516));
         app->setAppearance();
         w->readText(m_dir.filePath("Verlis.txt"));
@@ -193,7 +193,7 @@ private slots:
                                   {QRect(-975, -1451, 25772, 26894), QRect(1600, 0, 1920, 1100)},
                                   {QRect(1400, 100, 552, 600), QRect(1600, 0, 552, 1100)}};
         for (const auto &[stored, kept] : cases)
-            QCOMPARE(keptOnScreens(stored, areas, QSize(480, 1100)), kept);
+            QCOMPARE(placeFrameOnScreens(stored, areas, QSize(480, 1100)), kept);
     }
 
     void labelPageWhichIsNeverShownAnswersThePointer()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "color.h"
+#include "limits.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,13 +25,6 @@ struct Preferences {
 
     bool operator==(const Preferences &) const = default;
 };
-
-struct SizeLimits {
-    int minWidth, maxWidth, minHeight, maxHeight;
-};
-
-inline constexpr int PreferencesFixedBytes = 62;
-inline constexpr int MaxFontNameBytes = 255;
 
 // The file's record: size, font name with a length byte, left, top, width,
 // height, four style bytes, then text and background colour as hue,

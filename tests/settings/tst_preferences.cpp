@@ -1,4 +1,4 @@
-#include "shell/preferences.h"
+#include "settings/preferences.h"
 
 #include <QTest>
 

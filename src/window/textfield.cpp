@@ -1,9 +1,6 @@
-#include "controls.h"
+#include "textfield.h"
 
 #include <QAbstractTextDocumentLayout>
-#include <QEnterEvent>
-#include <QHeaderView>
-#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -12,62 +9,6 @@
 #include <QTextLayout>
 
 namespace verlis {
-
-namespace {
-
-Qt::Alignment toQt(Listbox::Alignment alignment)
-{
-    return (alignment == Listbox::Left ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter;
-}
-
-} // namespace
-
-Label::Label(int index, QWidget *parent) : QLabel(parent), m_index(index)
-{
-    setTextFormat(Qt::PlainText);
-    setAutoFillBackground(false);
-}
-
-void Label::setTextColor(Color color)
-{
-    m_textColor = color;
-    QPalette p = palette();
-    p.setColor(QPalette::WindowText, toQColor(color));
-    setPalette(p);
-}
-
-void Label::setTextStyle(const TextStyle &style)
-{
-    if (style == m_style)
-        return;
-    m_style = style;
-    setFont(style.toFont(logicalDpiY()));
-}
-
-void Label::setSelectable(bool selectable)
-{
-    setTextInteractionFlags(selectable ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
-}
-
-
-void Label::mousePressEvent(QMouseEvent *event)
-{
-    QLabel::mousePressEvent(event);
-    if (event->button() == Qt::LeftButton)
-        emit mouseDown(this, event->modifiers());
-}
-
-void Label::enterEvent(QEnterEvent *event)
-{
-    QLabel::enterEvent(event);
-    emit mouseEnter(this);
-}
-
-void Label::leaveEvent(QEvent *event)
-{
-    QLabel::leaveEvent(event);
-    emit mouseExit(this);
-}
 
 TextField::TextField(QWidget *parent) : QTextEdit(parent)
 {
@@ -145,13 +86,6 @@ void TextField::copy()
     QTextEdit::copy();
 }
 
-bool TextField::viewportEvent(QEvent *event)
-{
-    if (event->type() == QEvent::Paint)
-        applyPendingText();
-    return QTextEdit::viewportEvent(event);
-}
-
 void TextField::keyPressEvent(QKeyEvent *event)
 {
     applyPendingText();
@@ -213,7 +147,6 @@ void TextField::fitFont()
         setFont(font);
 }
 
-Color TextField::TextColor() const { return fromQColor(palette().color(QPalette::Text)); }
 Color TextField::BackColor() const { return fromQColor(palette().color(QPalette::Base)); }
 
 void TextField::setColors(Color text, Color back)
@@ -307,107 +240,6 @@ QTextBlockFormat TextField::rowFormat() const
     if (m_rowHeight > 0) // known from the first resize on
         format.setLineHeight(m_rowHeight, QTextBlockFormat::FixedHeight);
     return format;
-}
-
-PagePanel::PagePanel(int pageCount, QWidget *parent) : QStackedWidget(parent)
-{
-    setFrameShape(QFrame::NoFrame);
-    for (int i = 0; i < pageCount; ++i)
-        addWidget(new QWidget(this));
-}
-
-Listbox::Listbox(const QStringList &headings, QWidget *parent)
-    : QTableWidget(parent), m_columnAlignment(headings.size(), Centred)
-{
-    // Columns added after construction, so that measuring the header waits
-    // until the table is on screen.
-    setColumnCount(int(headings.size()));
-    setHorizontalHeaderLabels(headings);
-    verticalHeader()->hide();
-    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setStretchLastSection(true);
-    horizontalHeader()->setSectionsClickable(false);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    setShowGrid(false);
-    setSelectionMode(QAbstractItemView::SingleSelection);
-    setSelectionBehavior(QAbstractItemView::SelectRows);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setWordWrap(false);
-    fitColumns();
-}
-
-int Listbox::AddRow(const QString &firstCell)
-{
-    if (m_rowsUsed >= rowCount())
-        setRowCount(m_rowsUsed + 1);
-    const int row = m_rowsUsed++;
-    setCell(row, 0, firstCell);
-    return row;
-}
-
-void Listbox::reserveRows(int count)
-{
-    if (m_rowsUsed + count > rowCount())
-        setRowCount(m_rowsUsed + count);
-}
-
-QString Listbox::Cell(int row, int column) const
-{
-    const QTableWidgetItem *cell = item(row, column);
-    return cell ? cell->text() : QString();
-}
-
-void Listbox::setCell(int row, int column, const QString &text)
-{
-    auto *cell = new QTableWidgetItem(text);
-    cell->setTextAlignment(toQt(m_columnAlignment.value(column, Centred)));
-    setItem(row, column, cell);
-}
-
-void Listbox::setColumnAlignment(int column, Alignment alignment)
-{
-    m_columnAlignment[column] = alignment;
-    if (QTableWidgetItem *heading = horizontalHeaderItem(column))
-        heading->setTextAlignment(toQt(alignment));
-}
-
-void Listbox::setCellAlignment(int row, int column, Alignment alignment)
-{
-    if (QTableWidgetItem *cell = item(row, column))
-        cell->setTextAlignment(toQt(alignment));
-}
-
-void Listbox::resizeEvent(QResizeEvent *event)
-{
-    QTableWidget::resizeEvent(event);
-    fitColumns();
-}
-
-// A table on a page that isn't showing has nothing to lay out: its header
-// and scroll bars are measured when it comes on screen.
-void Listbox::updateGeometries()
-{
-    if (!isVisible()) {
-        m_geometriesPending = true;
-        return;
-    }
-    m_geometriesPending = false;
-    QTableWidget::updateGeometries();
-}
-
-void Listbox::showEvent(QShowEvent *event)
-{
-    QTableWidget::showEvent(event);
-    if (m_geometriesPending)
-        updateGeometries();
-}
-
-void Listbox::fitColumns()
-{
-    const int tenth = viewport()->width() / 10;
-    setColumnWidth(0, tenth);
-    setColumnWidth(1, tenth);
 }
 
 } // namespace verlis

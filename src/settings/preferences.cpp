@@ -66,24 +66,24 @@ Preferences decodePreferences(const QByteArray &bytes)
 
 void normalisePreferences(Preferences &p, const SizeLimits &limits)
 {
-    if (p.mainSize > 64 || p.mainSize < 1)
-        p.mainSize = 11;
+    if (p.mainSize > LargestTextSize || p.mainSize < SmallestTextSize)
+        p.mainSize = DefaultTextSize;
     if (p.mainfont.isEmpty())
         p.mainfont = QStringLiteral("system");
     if (p.MWLeft == 0 && p.MWTop == 0 && p.MWWidth == 0 && p.MWHeight == 0) {
-        p.MWLeft = 100;
-        p.MWTop = 100;
-        p.MWWidth = 552;
-        p.MWHeight = 516;
+        p.MWLeft = DefaultLeft;
+        p.MWTop = DefaultTop;
+        p.MWWidth = DefaultWidth;
+        p.MWHeight = DefaultHeight;
     }
-    if (p.MWLeft < -100 || p.MWLeft > 3000)
-        p.MWLeft = 100;
-    if (p.MWTop < -100 || p.MWTop > 3000)
-        p.MWTop = 100;
+    if (p.MWLeft < LowestPosition || p.MWLeft > HighestPosition)
+        p.MWLeft = DefaultLeft;
+    if (p.MWTop < LowestPosition || p.MWTop > HighestPosition)
+        p.MWTop = DefaultTop;
     if (p.MWWidth < limits.minWidth || p.MWWidth > limits.maxWidth)
-        p.MWWidth = 552;
+        p.MWWidth = DefaultWidth;
     if (p.MWHeight < limits.minHeight || p.MWHeight > limits.maxHeight)
-        p.MWHeight = 516;
+        p.MWHeight = DefaultHeight;
     if (p.ColorText == p.ColorBack) {
         p.ColorText = HSV(0, 0, 0, 0);
         p.ColorBack = HSV(0, 0, 1.0, 0);

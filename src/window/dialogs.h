@@ -1,6 +1,6 @@
 #pragma once
 
-#include "color.h"
+#include "settings/color.h"
 
 #include <QString>
 
