@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <unistd.h>
+
 namespace verlis {
 
 PreferencesFile::PreferencesFile(QString folder) : m_folder(std::move(folder)) {}
@@ -33,32 +35,37 @@ bool PreferencesFile::write(const Preferences &prefs) const
     const QString file = path();
     if (file.isEmpty() || !QDir().mkpath(m_folder))
         return false;
-    // Something else in the record's place (a folder, a pipe that would block
-    // the write, a file too long to be a record) is left as it is: the
-    // settings go unsaved. A link is judged by what it leads to.
+    // A folder, a pipe or a device in the record's place is left alone, and
+    // the settings go unsaved. A link is judged by what it leads to, and
+    // what it leads to is replaced: the link stays a link.
     const QFileInfo existing(file);
-    if (existing.exists() && (!existing.isFile() || existing.size() > MaxRecordBytes))
+    if (existing.exists() && !existing.isFile())
         return false;
-    // The new record goes to a temporary file beside the old one and replaces
-    // it by a rename once it is on disk, so a kill or a full disk at any
-    // moment leaves the old record or the new one, never a cut one. A link
-    // stays a link: the record it leads to is the one replaced.
-    QSaveFile out(existing.exists() ? existing.canonicalFilePath() : file);
-    if (!out.open(QIODevice::WriteOnly))
-        return false;
-    // commit() misses an error of the flush it does itself and would put a
-    // cut record in place: flushed here, a failure leaves the temporary file
-    // to be discarded.
+    const QString target = existing.exists() ? existing.canonicalFilePath() : file;
     const QByteArray record = encodePreferences(prefs);
-    if (!(out.write(record) == record.size() && out.flush() && out.commit()))
+    // The new record goes to a temporary file beside the old one and replaces
+    // it whole by a rename once it is on disk, so that a kill or a full disk
+    // at any moment leaves the old record or the new one, never a cut one.
+    QSaveFile out(target);
+    if (!out.open(QIODevice::WriteOnly))
+        return existing.exists() && writeInPlace(target, record);
+    // commit() looks at neither its own flush nor its sync to disk: both are
+    // checked here, and a record that may not be on disk replaces nothing.
+    // The temporary file, all this save made, goes with `out`.
+    if (out.write(record) != record.size() || !out.flush() || ::fdatasync(out.handle()) != 0) {
+        out.cancelWriting();
         return false;
-    // A save killed between naming its temporary file and the rename leaves
-    // that file behind, named after the record: gone with the next save.
-    const QFileInfo saved(out.fileName());
-    for (const QFileInfo &stray : saved.dir().entryInfoList(
-             {saved.fileName() + QStringLiteral(".??????")}, QDir::Files | QDir::Hidden))
-        QFile::remove(stray.filePath());
-    return true;
+    }
+    return out.commit();
+}
+
+// For a folder that takes no new file, a locked-down home say: the record
+// is written over the old one, and only then cut to its length.
+bool PreferencesFile::writeInPlace(const QString &target, const QByteArray &record)
+{
+    QFile out(target);
+    return out.open(QIODevice::ReadWrite) && out.write(record) == record.size() && out.flush()
+           && out.resize(record.size()) && ::fdatasync(out.handle()) == 0;
 }
 
 } // namespace verlis

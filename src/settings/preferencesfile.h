@@ -25,6 +25,8 @@ public:
     bool write(const Preferences &prefs) const;
 
 private:
+    static bool writeInPlace(const QString &target, const QByteArray &record);
+
     QString m_folder;
 };
 

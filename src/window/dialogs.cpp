@@ -1,11 +1,14 @@
 #include "dialogs.h"
 
+#include <QClipboard>
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
+#include <QGuiApplication>
 #include <QMessageBox>
+#include <QShortcut>
 
 namespace verlis {
 
@@ -61,12 +64,22 @@ std::optional<Color> QtDialogs::selectColor(QWidget *parent, Color initial, cons
 
 void QtDialogs::msgBox(QWidget *parent, const QString &text)
 {
+    const QString shown = QString(text).replace(QChar(13), QChar('\n'));
     QMessageBox box(parent);
-    box.setWindowTitle(QString());
-    box.setText(QString(text).replace(QChar(13), QChar('\n')));
+    // The message has no title of its own. An empty one would make the
+    // platform show the program's name in the frame; a blank shows nothing.
+    box.setWindowTitle(QStringLiteral(" "));
+    box.setText(shown);
     box.setStandardButtons(QMessageBox::Ok);
-    // So that the version can be copied into a report.
+    // So that the version can be copied into a report: Ctrl+C copies what is
+    // selected, or else the whole message.
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    const auto *label = box.findChild<QLabel *>(QStringLiteral("qt_msgbox_label"));
+    auto *copy = new QShortcut(QKeySequence::Copy, &box);
+    QObject::connect(copy, &QShortcut::activated, &box, [label, shown] {
+        const bool selected = label && label->hasSelectedText();
+        QGuiApplication::clipboard()->setText(selected ? label->selectedText() : shown);
+    });
     box.exec();
 }
 

@@ -13,10 +13,10 @@ namespace verlis {
 
 void mainWindow::Event_Open()
 {
-    const QRect client =
-        placeClientOnScreens(QRect(m_prefs.MWLeft, m_prefs.MWTop, m_prefs.MWWidth, m_prefs.MWHeight));
+    const QRect stored(m_prefs.MWLeft, m_prefs.MWTop, m_prefs.MWWidth, m_prefs.MWHeight);
+    const QRect client = placeClientOnScreens(stored, placeFrameOnScreens);
     setClientGeometry(client.left(), client.top(), client.width(), client.height());
-    m_frameCheckPending = true;
+    m_frameCheck = client == stored ? FrameCheck::Reachable : FrameCheck::Inside;
     emit appearanceWanted();
     for (Label *label : m_textLabel)
         label->setText(QString());
@@ -30,17 +30,18 @@ void mainWindow::Event_Resized()
     update();
 }
 
-// A stored geometry from a damaged file or a larger screen is pulled onto
-// the screens there are now; one that fits stays to the pixel.
-QRect mainWindow::placeClientOnScreens(const QRect &client) const
+// A stored geometry from a damaged file or a larger screen is brought where
+// the user can reach it; one that can be reached stays to the pixel.
+QRect mainWindow::placeClientOnScreens(const QRect &client, FramePlacement placement) const
 {
     QList<QRect> areas;
     for (const QScreen *screen : QGuiApplication::screens())
         areas.append(screen->availableGeometry());
     // Menu bar and, once known, the window manager's frame around the client area.
     const QSize extra = frameGeometry().size() - m_client->size();
-    const QRect frame = placeFrameOnScreens(QRect(client.topLeft(), client.size() + extra), areas,
-                                      QSize(WindowLimits.minWidth, WindowLimits.minHeight) + extra);
+    const QRect frame =
+        placement(QRect(client.topLeft(), client.size() + extra), areas,
+                  QSize(WindowLimits.minWidth, WindowLimits.minHeight) + extra);
     return QRect(frame.topLeft(), frame.size() - extra);
 }
 
@@ -68,14 +69,17 @@ void mainWindow::moveEvent(QMoveEvent *event)
     QMainWindow::moveEvent(event);
     // The window manager's frame is known only once it has framed the window:
     // the geometry put on the window at its opening is checked again then,
-    // frame included, after the frame's own move has been recorded.
-    if (m_frameCheckPending && isVisible() && frameGeometry() != geometry()) {
-        m_frameCheckPending = false;
-        QTimer::singleShot(0, this, [this] {
+    // frame included, after the frame's own move has been recorded. A window
+    // that had to be brought onto the screen goes wholly inside it.
+    if (m_frameCheck != FrameCheck::Done && isVisible() && frameGeometry() != geometry()) {
+        const auto placement =
+            m_frameCheck == FrameCheck::Inside ? fitFrameInside : placeFrameOnScreens;
+        m_frameCheck = FrameCheck::Done;
+        QTimer::singleShot(0, this, [this, placement] {
             const QRect client(frameGeometry().topLeft(), QSize(Width(), Height()));
-            const QRect kept = placeClientOnScreens(client);
-            if (kept != client)
-                setClientGeometry(kept.left(), kept.top(), kept.width(), kept.height());
+            const QRect placed = placeClientOnScreens(client, placement);
+            if (placed != client)
+                setClientGeometry(placed.left(), placed.top(), placed.width(), placed.height());
         });
     }
     Event_Moved();

@@ -124,7 +124,8 @@ private:
     void applyLocks();
     void setControlRect(QWidget *control, const QRect &rect);
     void recordGeometry();
-    QRect placeClientOnScreens(const QRect &client) const;
+    using FramePlacement = QRect (*)(const QRect &, const QList<QRect> &, const QSize &);
+    QRect placeClientOnScreens(const QRect &client, FramePlacement placement) const;
     bool turnFromArrow(Label *label, Qt::KeyboardModifiers modifiers, Direction direction);
 
     static Label *member(const std::array<Label *, LineCount> &array, int index)
@@ -153,7 +154,8 @@ private:
     TextField *m_textField = nullptr;
     TextField *m_noField = nullptr;
     std::vector<Placed> m_placed;
-    bool m_frameCheckPending = false;
+    // What the first look at the window manager's frame does to the window.
+    enum class FrameCheck { Done, Reachable, Inside } m_frameCheck = FrameCheck::Done;
 };
 
 } // namespace verlis

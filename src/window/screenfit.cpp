@@ -27,16 +27,9 @@ int pulledInto(int start, int length, int low, int room)
     return std::clamp(start, low, low + room - length);
 }
 
-} // namespace
-
-QRect placeFrameOnScreens(const QRect &frame, const QList<QRect> &areas, const QSize &minimum)
+// The area a frame belongs to: the one it overlaps most, or the nearest.
+const QRect &homeArea(const QRect &frame, const QList<QRect> &areas)
 {
-    if (areas.isEmpty())
-        return frame;
-    for (const QRect &area : areas)
-        if (area.contains(frame))
-            return frame;
-
     const QRect *best = &areas.constFirst();
     qint64 bestOverlap = -1;
     qint64 bestDistance = std::numeric_limits<qint64>::max();
@@ -49,9 +42,38 @@ QRect placeFrameOnScreens(const QRect &frame, const QList<QRect> &areas, const Q
             bestDistance = d;
         }
     }
-    const QSize size = frame.size().boundedTo(best->size()).expandedTo(minimum);
-    return QRect(pulledInto(frame.left(), size.width(), best->left(), best->width()),
-                 pulledInto(frame.top(), size.height(), best->top(), best->height()), size.width(),
+    return *best;
+}
+
+} // namespace
+
+bool isReachable(const QRect &frame, const QList<QRect> &areas)
+{
+    const int needed = std::min(ReachableTitleWidth, frame.width());
+    return std::any_of(areas.begin(), areas.end(), [&](const QRect &area) {
+        const int across =
+            std::min(frame.right(), area.right()) - std::max(frame.left(), area.left()) + 1;
+        return frame.top() >= area.top() && frame.top() <= area.bottom() && across >= needed;
+    });
+}
+
+QRect placeFrameOnScreens(const QRect &frame, const QList<QRect> &areas, const QSize &minimum)
+{
+    if (areas.isEmpty())
+        return frame;
+    const QSize room = homeArea(frame, areas).size();
+    const bool fits = frame.width() <= room.width() && frame.height() <= room.height();
+    return fits && isReachable(frame, areas) ? frame : fitFrameInside(frame, areas, minimum);
+}
+
+QRect fitFrameInside(const QRect &frame, const QList<QRect> &areas, const QSize &minimum)
+{
+    if (areas.isEmpty())
+        return frame;
+    const QRect &area = homeArea(frame, areas);
+    const QSize size = frame.size().boundedTo(area.size()).expandedTo(minimum);
+    return QRect(pulledInto(frame.left(), size.width(), area.left(), area.width()),
+                 pulledInto(frame.top(), size.height(), area.top(), area.height()), size.width(),
                  size.height());
 }
 

@@ -2,12 +2,24 @@
 # The real program on its default book: its size and first stanza. Moved and
 # resized by the window manager and closed by the close box, it is recorded
 # and put back there, and starts and closes without a touch neither move nor
-# grow it. Then without a book: the import page alone, and quit by Ctrl+Q.
+# grow it. Stored out of reach, it comes wholly onto the screen; stored with
+# its title bar in reach, it stays there. Then without a book: the import
+# page alone, and quit by Ctrl+Q.
 source "$(dirname "$0")/lib.sh"
 dir=$(install_program "$DATA/Verlis.txt")
 geometry() { bounded 10 xwininfo -id "$WIN" | awk '/Absolute upper-left X:/ {x=$4} /Absolute upper-left Y:/ {y=$4}
   /Width:/ {w=$2} /Height:/ {h=$2} END {print x "," y " " w "x" h}'; }
 record() { od -An -tx1 -N 20 "$PREFS" | tr -d ' \n'; } # size, name, left, top, width, height, styles
+stored() { # the record of a window at LEFT TOP WIDTH HEIGHT, black on white
+  printf '\x0b\x06system'
+  for v in "$@"; do printf "$(printf '\\x%02x\\x%02x' $((v >> 8 & 255)) $((v & 255)))"; done
+  printf '\0%.0s' {1..44}; printf '\x3f\xf0\0\0\0\0\0\0'
+}
+frame() { # the window manager's frame: x y width height
+  bounded 10 xwininfo -id "$(bounded 10 xwininfo -tree -id "$WIN" | awk '/Parent window id:/ {print $4}')" |
+    awk '/Absolute upper-left X:/ {x=$4} /Absolute upper-left Y:/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} END {print x, y, w, h}'
+}
+inside() { read -r x y w h <<<"$(frame)" && ((x >= 0 && y >= 0 && x + w <= ${screen% *} && y + h <= ${screen#* })); }
 
 start_program "$dir"
 size=$(geometry) && size=${size#* } && bar=$((${size#*x} - 516))
@@ -27,6 +39,20 @@ for run in 1 2 3 4; do # back where it was moved, and neither moves nor grows
   keys ctrl+w
   wait_exit
 done
+
+screen=$(bounded 10 xwininfo -root | awk '/Width:/ {w=$2} /Height:/ {h=$2} END {print w, h}')
+for geometry in "3000 2500 552 516" "-975 -1451 25772 26894"; do
+  stored $geometry >"$PREFS"
+  start_program "$dir"
+  wait_until 5 "the window stored at $geometry inside the screen" inside || fail "stored at $geometry: frame $(frame) on $screen"
+  keys ctrl+q
+  wait_exit
+done
+stored -100 100 552 516 >"$PREFS"
+start_program "$dir"
+check "frame of a window whose title bar is in reach" "-100 100" "$(frame | cut -d' ' -f1,2)"
+keys ctrl+q
+wait_exit
 
 rm -f "$PREFS"
 start_program "$(install_program)"

@@ -6,10 +6,20 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace verlis;
+
+// While set, the disk reports every sync as failed, as a failing disk does.
+static bool syncFails = false;
+extern "C" int fdatasync(int fd)
+{
+    if (syncFails)
+        return errno = EIO, -1;
+    return int(syscall(SYS_fdatasync, fd));
+}
 
 class TestApp_ : public QObject {
     Q_OBJECT
@@ -59,11 +69,12 @@ private slots:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<bool>("saved");
-        const int longest = MaxRecordBytes;
         QTest::newRow("cut short") << "file" << QByteArray::fromHex("0c0673797374656d0064") << true;
-        QTest::newRow("longer than any record") << "file" << QByteArray(longest + 1, 'x') << false;
-        QTest::newRow("the longest record") << "file" << QByteArray(longest, 'x') << true;
+        QTest::newRow("longer than any record") << "file" << QByteArray(400, 'x') << true;
+        QTest::newRow("the longest record") << "file" << QByteArray(MaxRecordBytes, 'x') << true;
         QTest::newRow("a link to a record") << "link" << QByteArray(80, '\0') << true;
+        QTest::newRow("a folder that takes no new file") << "read-only" << QByteArray(80, 'x') << true;
+        QTest::newRow("a sync that fails keeps the record") << "no sync" << QByteArray(80, 'x') << false;
         QTest::newRow("a folder in its place") << "folder" << QByteArray() << false;
         QTest::newRow("a file in the folder's place") << "no folder" << QByteArray() << false;
         QTest::newRow("a pipe in its place") << "pipe" << QByteArray() << false;
@@ -79,6 +90,11 @@ private slots:
                    : kind == "no folder" ? folder
                                          : file);
         QVERIFY(kind == "no folder" || QDir().mkpath(kind == "folder" ? file : folder));
+        if (kind == "read-only" && geteuid() == 0)
+            QSKIP("permissions don't bind root");
+        const QStringList others{file + ".backup", file + ".2024ab"}; // the user's own files
+        for (const QString &other : others)
+            QVERIFY(kind == "no folder" || writeBook(other, {other}));
         if (kind == "pipe")
             QCOMPARE(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
         else if (kind != "folder")
@@ -86,11 +102,22 @@ private slots:
         data.close();
         QVERIFY(kind != "link" || QFile::link(data.fileName(), file));
         t.app->Event_Open();
+        QVERIFY(kind != "read-only" || QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        syncFails = kind == "no sync";
         t.app->Quit(0);
+        syncFails = false;
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(t.dialogs->messages.isEmpty());
         QCOMPARE(t.app->preferencesWrites(), int(saved));
-        QVERIFY(!saved || QFileInfo(file).size() == encodePreferences(t.app->prefs).size());
+        if (kind != "pipe" && kind != "folder") { // what stands in the record's place
+            QVERIFY(data.open(QIODevice::ReadOnly));
+            QCOMPARE(data.readAll(), saved ? encodePreferences(t.app->prefs) : bytes);
+        }
         QCOMPARE(QFileInfo(file).isSymLink(), kind == "link");
+        for (const QString &other : others) // untouched, and nothing else left beside them
+            QVERIFY(kind == "no folder" || QFile(other).size() == other.size() + 1);
+        const auto all = QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot;
+        QCOMPARE(QDir(folder).entryList(all).size(), kind == "no folder" ? 0 : 3);
     }
 
     void aSaveCutShortLeavesTheOldRecordOrTheNew()
@@ -119,9 +146,7 @@ private slots:
             QVERIFY(killedChild({RLIM_INFINITY, RLIM_INFINITY}, round * 173 % 6000));
             QVERIFY(found() == encodePreferences(older) || found() == encodePreferences(newer));
         }
-        save(older); // and whatever a killed save left beside the record is gone
-        QCOMPARE(QFileInfo(t.prefsPath()).dir().entryList(QDir::Files | QDir::Hidden),
-                 QStringList{PreferencesFile::FileName});
+        save(older);
         QVERIFY(killedChild({10, 10}, 100000));      // its writes fail at the file size limit
         QCOMPARE(found(), encodePreferences(older)); // and the record stands
     }

@@ -184,16 +184,23 @@ private slots:
                  qRound(w->TextField1()->TextSize()));
     }
 
-    void storedGeometryIsKeptOnScreen()
+    void storedGeometryIsUsedWhileItCanBeReached()
     {
-        // A frame that fits stays; one from random bytes shrinks to a screen; one straddling
-        // goes onto the screen it overlaps most, here lower than the smallest window, 480 x 1100.
+        // Two screens side by side, the second lower.
         const QList<QRect> areas{QRect(0, 0, 1600, 1200), QRect(1600, 0, 1920, 1080)};
-        const QRect cases[][2] = {{QRect(300, 200, 700, 600), QRect(300, 200, 700, 600)},
-                                  {QRect(-975, -1451, 25772, 26894), QRect(1600, 0, 1920, 1100)},
-                                  {QRect(1400, 100, 552, 600), QRect(1600, 0, 552, 1100)}};
-        for (const auto &[stored, kept] : cases)
-            QCOMPARE(placeFrameOnScreens(stored, areas, QSize(480, 1100)), kept);
+        const QRect cases[][2] = {
+            {QRect(-452, 100, 552, 600), QRect(-452, 100, 552, 600)},   // 100 px of title left
+            {QRect(-453, 100, 552, 600), QRect(0, 100, 552, 600)},      // 99 px: moved in
+            {QRect(3420, 100, 552, 600), QRect(3420, 100, 552, 600)},   // overhang right
+            {QRect(300, -1, 552, 600), QRect(300, 0, 552, 600)},        // title above the top
+            {QRect(300, 1179, 552, 600), QRect(300, 1179, 552, 600)},   // overhang bottom
+            {QRect(3000, 1080, 552, 600), QRect(2968, 480, 552, 600)},  // below the second
+            {QRect(100, 100, 552, 1300), QRect(100, 0, 552, 1200)},     // taller than its screen
+            {QRect(-975, -1451, 25772, 26894), QRect(1600, 0, 1920, 1080)}}; // larger, off
+        for (const auto &[stored, placed] : cases)
+            QCOMPARE(placeFrameOnScreens(stored, areas, QSize(480, 480)), placed);
+        // Never smaller than the smallest window, even on a lower screen.
+        QCOMPARE(fitFrameInside(cases[7][0], areas, QSize(480, 1100)), QRect(1600, 0, 1920, 1100));
     }
 
     void labelPageWhichIsNeverShownAnswersThePointer()
