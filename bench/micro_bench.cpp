@@ -208,7 +208,6 @@ void BM_FontMenu3000(benchmark::State &state)
         state.PauseTiming();
         auto app =
             std::make_unique<App>(Environment{QString(), QString(), fonts, nullptr, [](int) {}});
-        app->window();
         state.ResumeTiming();
         app->makeFontMenu();
         EnableMenuItems(app->menuBar(), mainWindow::ReadingPage);

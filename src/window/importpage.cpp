@@ -17,16 +17,16 @@ void mainWindow::readText(const std::optional<QString> &file)
         m_listbox->DeleteAllRows();
         // A file that can't be read leaves the book empty, as a file of no lines would.
         const BookFile read = readBookFile(*file);
-        m_listbox->setUpdatesEnabled(false);
+        QList<QStringList> rows;
         for (qsizetype n = 0; n < read.lines.size(); ++n) {
             const int page = int(n / LineCount);
             const int line = int(n % LineCount);
             const QString &text = read.lines[n];
             m_book.setLine(page, line, text);
-            const int row = m_listbox->AddRow(QString::number(page + 1));
-            m_listbox->setCell(row, 1, QString::number(line + 1));
-            m_listbox->setCell(row, 2, text);
+            rows.append({QString::number(page + 1), QString::number(line + 1), text});
         }
+        m_listbox->setUpdatesEnabled(false);
+        m_listbox->AddRows(rows);
         for (int row = 0; row < m_listbox->ListCount(); ++row)
             m_listbox->setCellAlignment(row, 2, Listbox::Left);
         m_listbox->setUpdatesEnabled(true);

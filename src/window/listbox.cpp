@@ -34,12 +34,15 @@ Listbox::Listbox(const QStringList &headings, QWidget *parent)
     fitColumns();
 }
 
-int Listbox::AddRow(const QString &firstCell)
+void Listbox::AddRows(const QList<QStringList> &rows)
 {
-    const int row = rowCount();
-    setRowCount(row + 1);
-    setCell(row, 0, firstCell);
-    return row;
+    const int first = rowCount();
+    setRowCount(first + int(rows.size()));
+    for (int row = first; const QStringList &cells : rows) {
+        for (int column = 0; column < cells.size(); ++column)
+            setCell(row, column, cells[column]);
+        ++row;
+    }
 }
 
 void Listbox::setCell(int row, int column, const QString &text)

@@ -14,8 +14,8 @@ public:
     explicit Listbox(const QStringList &headings, QWidget *parent = nullptr);
 
     void DeleteAllRows() { setRowCount(0); }
-    // A row behind the last, its first cell filled; gives its index.
-    int AddRow(const QString &firstCell);
+    // Rows behind the last, their cells filled from the left, in one step.
+    void AddRows(const QList<QStringList> &rows);
     int ListCount() const { return rowCount(); }
     void setCell(int row, int column, const QString &text);
     void setColumnAlignment(int column, Alignment alignment);
