@@ -1,6 +1,5 @@
 #include "menus/commands.h"
-#include "menus/menubar1.h"
-#include "testapp.h"
+#include "windowtest.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -10,31 +9,12 @@
 using namespace verlis;
 using Pages = QList<int>;
 
-class TestCommands : public QObject {
+class TestCommands : public WindowTest {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    std::unique_ptr<TestApp> m_t;
-    mainWindow *w = nullptr;
-
-    // As a user would: the item must be usable, then it runs.
-    void trigger(const char *name, int index = 0)
-    {
-        QAction *item = bar().item(QString::fromUtf8(name), index);
-        QVERIFY2(item && item->isEnabled(), name);
-        item->trigger();
-    }
-    MenuBar1 &bar() const { return m_t->app->menuBar(); }
     Pages pages() const { return {w->selection().pages().begin(), w->selection().pages().end()}; }
     bool onImportPage() const { return w->PagePanel1()->Value() == mainWindow::ImportPage; }
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY((m_t = TestApp::started(m_dir, numberedBook())) != nullptr);
-        w = &m_t->app->window();
-        QVERIFY(QTest::qWaitForWindowExposed(w));
-    }
-
     void generateCommands_data()
     {
         QTest::addColumn<QString>("item"); // and the index of an item of an array
@@ -61,7 +41,7 @@ private slots:
 
     void theViewMenuAndTheTree()
     {
-        Preferences &p = m_t->app->prefs;
+        Preferences &p = app->prefs;
         const char *names[] = {"fontBold", "fontItalic", "fontUnderline", "menuShowNumber"};
         bool *on[] = {&p.mainBold, &p.mainItalic, &p.mainUnderline, &p.BshowNumber};
         for (int i = 0; i < 4; ++i) {
@@ -79,7 +59,7 @@ private slots:
         QCOMPARE(w->noField()->BackColor(), Color(0x203040));
         trigger("fontName", 1);
         QCOMPARE(w->pageLabel(0)->textStyle().TextFont, QStringLiteral("Beta"));
-        MenuCommands &c = m_t->app->commands();
+        MenuCommands &c = app->commands();
         for (const auto &[from, to] : {std::pair{64, 64}, {7, 7}, {3, 7}}) {
             p.mainSize = quint8(from);
             from == 64 ? c._fontLarger_Action() : c._fontSmaller_Action();

@@ -1,4 +1,4 @@
-#include "testapp.h"
+#include "windowtest.h"
 #include "window/screenfit.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -26,18 +26,8 @@ static QList<std::array<qreal, 4>> shownRows(const TextField *field, const QWidg
     return rows;
 }
 
-class TestMainWindow : public QObject {
+class TestMainWindow : public WindowTest {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    std::unique_ptr<TestApp> m_t;
-    mainWindow *w = nullptr;
-    App *app = nullptr;
-
-    void resize(QSize size)
-    {
-        w->setClientGeometry(40, 40, size.width(), size.height());
-        QTRY_COMPARE(QSize(w->Width(), w->Height()), size.expandedTo(QSize(480, 480)));
-    }
 
     // The label page in front, line i on page i % 10.
     void showLabelPage()
@@ -49,22 +39,6 @@ class TestMainWindow : public QObject {
     }
 
 private slots:
-    void init()
-    {
-        if (!m_t) {
-            QVERIFY(m_t = TestApp::started(m_dir, numberedBook()));
-            app = m_t->app.get();
-            w = &app->window();
-            QVERIFY(QTest::qWaitForWindowExposed(w));
-        }
-        app->prefs = Preferences{};
-        normalisePreferences(app->prefs, WindowLimits);
-        resize(QSize(552, 516));
-        app->setAppearance();
-        w->readText(m_dir.filePath("Verlis.txt"));
-        w->makePBtn()->click();
-    }
-
     void layoutPassFollowsTheWindow_data()
     {
         QTest::addColumn<QSize>("asked");
