@@ -5,7 +5,7 @@
 #include "menus/menubar1.h"
 #include "menus/runtimemenus.h"
 #include "menus/version.h"
-#include "window/dialogs.h"
+#include "window/qtdialogs.h"
 #include "window/mainwindow.h"
 
 #include <QAction>

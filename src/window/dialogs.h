@@ -30,16 +30,4 @@ public:
     virtual void msgBox(QWidget *parent, const QString &text) = 0;
 };
 
-// The real dialogs of the toolkit.
-class QtDialogs final : public Dialogs {
-public:
-    std::optional<QString> openFile(QWidget *parent, const OpenFileRequest &request) override;
-    std::optional<Color> selectColor(QWidget *parent, Color initial,
-                                     const QString &prompt) override;
-    void msgBox(QWidget *parent, const QString &text) override;
-
-private:
-    QString m_lastFolder; // where the last book was chosen, for this run
-};
-
 } // namespace verlis
