@@ -5,8 +5,8 @@
 #include "menus/menubar1.h"
 #include "menus/runtimemenus.h"
 #include "menus/version.h"
-#include "window/qtdialogs.h"
 #include "window/mainwindow.h"
+#include "window/qtdialogs.h"
 
 #include <QAction>
 #include <QCoreApplication>
