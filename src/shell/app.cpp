@@ -2,6 +2,7 @@
 
 #include "menus/commands.h"
 #include "menus/enabling.h"
+#include "menus/linekeys.h"
 #include "menus/menubar1.h"
 #include "menus/runtimemenus.h"
 #include "menus/version.h"
@@ -54,6 +55,7 @@ App::App(Environment environment)
     m_commands = new MenuCommands(prefs, versionData(), *m_window, *m_menuBar, *m_env.dialogs);
     m_commands->AddMenuHandlers();
     m_menuBar->addMenuHandler(QStringLiteral("MClose"), [this](int) { return _MClose_Action(); });
+    new LineKeys(*m_menuBar, *m_window);
 
     connect(m_menuBar->item(QStringLiteral("FileQuit")), &QAction::triggered, m_window.get(),
             &QWidget::close);

@@ -27,6 +27,14 @@ press 1 ctrl+shift 0 8; press -1 ctrl+alt 9 13; expect "lines 1 to 9 forwards wi
 keys ctrl+r; first=${pages[0]}; pages=("${pages[@]/*/$first}"); expect "reset on the first line's page"
 press 1 ctrl+shift 9 13; press -1 ctrl+alt 0 8; expect "lines 10 to 14 forwards with Ctrl+Shift, 1 to 9 back with Ctrl+Alt"
 
+# AZERTY: the top row types & é " ' ( - è _ ç à and needs Shift for its digits,
+# the brackets need AltGr. The reader presses the keys that carry the digits.
+bounded 10 setxkbmap fr
+line_keys=(ampersand eacute quotedbl apostrophe parenleft minus egrave underscore ccedilla agrave u i o p)
+keys ctrl+bracketright; turn 1 {0..13}
+press 1 ctrl+shift 0 6; press -1 ctrl+alt 7 13; expect "French layout: Ctrl+Shift forwards, Ctrl+Alt back"
+press -1 ctrl+alt+shift 0 9; expect "French layout: back with the Shift that types the digits"
+
 keys ctrl+shift+r # every line in its place, and not all on one page (a chance of 1 in 10^13)
 random=$(copied_poem | grep -v '^$')
 check "a random poem's lines" "$(seq 14)" "$(sed -E 's/^第([1-9]|10)頁の([0-9]+)行目$/\2/' <<<"$random")"

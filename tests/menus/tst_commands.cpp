@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QKeyEvent>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -37,6 +38,47 @@ private slots:
         trigger(item.section(' ', 0, 0).toUtf8(), item.section(' ', 1).toInt());
         QCOMPARE(pages(), after);
         QVERIFY(w->TextField1()->Text().endsWith(QStringLiteral("\r%1-14").arg(after[13] + 1)));
+    }
+
+    void lineKeysByTheKeyPressed_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<int>("code"); // the key's place: 10 to 19 is the top row
+        QTest::addColumn<int>("line"); // turned by `step`, or -1: none
+        QTest::addColumn<int>("step");
+        const int ctrl = Qt::ControlModifier, shift = Qt::ShiftModifier, alt = Qt::AltModifier;
+        QTest::newRow("AZERTY 1 needs Shift") << int(Qt::Key_1) << ctrl + shift << 10 << 0 << 1;
+        QTest::newRow("AZERTY & back") << int(Qt::Key_Ampersand) << ctrl + alt << 10 << 0 << -1;
+        QTest::newRow("AZERTY 0 back with Shift") << int(Qt::Key_0) << ctrl + alt + shift << 19 << 9 << -1;
+        QTest::newRow("US ! is the 1 key") << int(Qt::Key_Exclam) << ctrl + shift << 10 << 0 << 1;
+        QTest::newRow("a digit by its symbol") << int(Qt::Key_7) << ctrl + shift << 10 << 6 << 1;
+        QTest::newRow("AltGr is no Alt") << int(Qt::Key_BraceLeft) << ctrl + shift + int(Qt::GroupSwitchModifier) << 14 << -1 << 0;
+        QTest::newRow("Ctrl alone") << int(Qt::Key_1) << ctrl << 10 << -1 << 0;
+        QTest::newRow("the keypad is the toolkit's") << int(Qt::Key_End) << ctrl + shift + int(Qt::KeypadModifier) << 87 << -1 << 0;
+    }
+    void lineKeysByTheKeyPressed()
+    {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        QFETCH(int, code);
+        QFETCH(int, line);
+        QFETCH(int, step);
+        const auto press = [&] { // as the window system asks before it looks for a shortcut
+            QKeyEvent ask(QEvent::ShortcutOverride, key, Qt::KeyboardModifiers(modifiers),
+                          quint32(code), 0, 0);
+            ask.ignore();
+            QApplication::sendEvent(w->TextField1(), &ask);
+            QCOMPARE(ask.isAccepted(), line >= 0); // a line key is no shortcut's
+        };
+        press();
+        Pages after(14, 0);
+        if (line >= 0)
+            after[line] = (10 + step) % 10;
+        QCOMPARE(pages(), after);
+        w->PagePanel1()->setValue(mainWindow::ImportPage); // where the line items are off
+        press();
+        QCOMPARE(pages(), after);
     }
 
     void theViewMenuAndTheTree()
