@@ -23,6 +23,8 @@ tr '\n' '\r' < "$src" > "$book/cr.txt"
 grep -v '^$' "$src" | LC_ALL=C.UTF-8 sed 's/^\(..\).*/\1/' > "$book/short.txt"
 iconv -f UTF-8 -t EUC-JP "$book/short.txt" > "$book/short-euc-jp.txt"
 iconv -f UTF-8 -t SHIFT_JIS "$book/short.txt" > "$book/short-shift_jis.txt"
+# A line longer than the reader keeps, past its cut and the first chunk.
+{ head -n 3 "$book/shift_jis.txt"; for _ in $(seq 700); do sed -n 4p "$book/shift_jis.txt" | tr -d '\n'; done; echo; tail -n 5 "$book/shift_jis.txt"; } > "$book/long-line-shift_jis.txt"
 
 # Records: size, font name with a length byte, left, top, width, height,
 # four style bytes, text and background as hue, saturation, value; big-endian.

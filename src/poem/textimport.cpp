@@ -17,46 +17,58 @@ namespace verlis {
 namespace {
 
 constexpr qsizetype ChunkSize = qsizetype(64) * 1024;
-// The bytes of one line kept before decoding: enough for MaxLineLength
-// characters in any encoding. The rest of a longer line is dropped unread.
-constexpr qsizetype MaxLineBytes = qsizetype(4) * MaxLineLength;
+// The bytes of one line kept before decoding: more than MaxLineLength
+// characters in any of the encodings read, so that the cut of the decoded
+// line is the only one that shows.
+constexpr qsizetype MaxLineBytes = qsizetype(8) * MaxLineLength;
+// Where a line was cut, its last bytes may hold half a character: they
+// take no part in choosing the encoding.
+constexpr qsizetype CutTail = 8;
+// What the system's decoders put where a byte reads as nothing.
 constexpr QChar IcuSubstitute = QChar(0x1A);
 
-// Splits a stream of chunks into lines and keeps the non-empty ones, each
-// cut at `maxLength`. A CR at the end of one chunk and an LF at the start of
-// the next are one line end.
+template <typename Unit>
+bool isLineEnd(Unit c)
+{
+    return c == '\n' || c == '\r';
+}
+
+// Splits a stream of chunks into its non-empty lines, each kept to
+// `maxLength` units. A run of line ends is skipped at memory speed and
+// costs nothing of the budget, which only the lines' own units spend.
 template <typename Text>
 class LineCollector {
 public:
-    explicit LineCollector(qsizetype maxLength) : m_maxLength(maxLength) {}
+    struct Line {
+        Text text;
+        bool cut = false;
+    };
 
-    // Returns true once MaxBookLines lines are held: nothing more is needed.
+    LineCollector(qsizetype maxLength, qsizetype budget) : m_maxLength(maxLength), m_budget(budget) {}
+
+    // Returns true once nothing more is needed: MaxBookLines lines held, or
+    // the budget spent.
     bool feed(const Text &chunk)
     {
         const auto *data = chunk.constData();
         const qsizetype size = chunk.size();
-        qsizetype start = 0;
-        if (m_afterCR && size > 0 && data[0] == '\n')
-            start = 1;
-        m_afterCR = false;
-        while (start < size) {
-            const auto *end = std::find_if(data + start, data + size,
-                                           [](auto c) { return c == '\n' || c == '\r'; });
-            const qsizetype at = end - data;
-            keep(chunk, start, at - start);
-            if (at == size)
-                break;
-            if (take())
-                return true;
-            start = at + 1;
-            if (data[at] == '\r') {
-                if (start == size)
-                    m_afterCR = true;
-                else if (data[start] == '\n')
-                    ++start;
+        qsizetype at = 0;
+        while (at < size) {
+            if (isLineEnd(data[at])) {
+                if (take())
+                    return true;
+                while (at < size && isLineEnd(data[at]))
+                    ++at;
+                continue;
             }
+            const auto *end = std::find_if(data + at, data + size, isLineEnd<std::remove_cvref_t<decltype(*data)>>);
+            const qsizetype length = end - (data + at);
+            keep(chunk, at, length);
+            at += length;
+            if (m_budget <= 0)
+                return true;
         }
-        return full();
+        return false;
     }
 
     // The last line may have no line end.
@@ -66,28 +78,32 @@ public:
             take();
     }
 
-    bool full() const { return m_lines.size() >= MaxBookLines; }
-    const QList<Text> &lines() const { return m_lines; }
+    qsizetype budgetLeft() const { return m_budget; }
+    const QList<Line> &lines() const { return m_lines; }
 
 private:
+    bool full() const { return m_lines.size() >= MaxBookLines; }
+
     void keep(const Text &chunk, qsizetype from, qsizetype length)
     {
-        const qsizetype room = m_maxLength - m_partial.size();
+        m_budget -= length;
+        const qsizetype room = m_maxLength - m_partial.text.size();
+        m_partial.cut = m_partial.cut || length > room;
         if (room > 0)
-            m_partial += chunk.mid(from, std::min(length, room));
+            m_partial.text += chunk.mid(from, std::min(length, room));
     }
 
     bool take()
     {
-        if (!m_partial.isEmpty())
-            m_lines.append(std::exchange(m_partial, Text()));
+        if (!m_partial.text.isEmpty())
+            m_lines.append(std::exchange(m_partial, Line()));
         return full();
     }
 
     const qsizetype m_maxLength;
-    Text m_partial;
-    bool m_afterCR = false;
-    QList<Text> m_lines;
+    qsizetype m_budget;
+    Line m_partial;
+    QList<Line> m_lines;
 };
 
 // Where a book starts with a byte-order mark of UTF-16 or UTF-32, the
@@ -112,129 +128,116 @@ QString detectedEncodingName(const QByteArray &sample)
     return QString::fromLatin1(uchardet_get_charset(detector.get()));
 }
 
-// Decodes with a named decoder; nothing when the name is unknown or the
-// bytes don't fit the encoding.
-std::optional<QString> decodeStrictly(const QString &encoding, const QByteArray &bytes)
-{
-    if (encoding.isEmpty())
-        return std::nullopt;
-    QStringDecoder decoder(encoding.toLatin1().constData());
-    if (!decoder.isValid())
-        return std::nullopt;
-    QString text = decoder.decode(bytes);
-    if (decoder.hasError() || text.contains(IcuSubstitute))
-        return std::nullopt;
-    return text;
-}
-
 // The encoding a detector's name stands for: books written on Windows
 // say Shift_JIS and mean its superset CP932.
-QString decoderName(const QString &detected)
+QByteArray decoderName(const QString &detected)
 {
     if (detected.compare(QLatin1String("SHIFT_JIS"), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("windows-31j");
-    return detected;
+        return "windows-31j";
+    return detected.toLatin1();
 }
 
-bool isJapanese(char16_t c)
+// What stands where bytes read as nothing (the decoders' U+FFFD and U+001A),
+// and the control characters that have no place in a line.
+bool isFault(char16_t c)
 {
-    return (c >= 0x3000 && c <= 0x30FF)     // punctuation, hiragana, katakana
-           || (c >= 0x3400 && c <= 0x4DBF)  // kanji
-           || (c >= 0x4E00 && c <= 0x9FFF)  // kanji
-           || (c >= 0xF900 && c <= 0xFAFF)  // kanji
-           || (c >= 0xFF01 && c <= 0xFF60); // full-width forms; half-width kana don't count:
-                                            // they are what EUC-JP looks like as CP932
+    return c == 0xFFFD || c == IcuSubstitute.unicode() || (c < 0x20 && c != '\t' && c != '\n')
+           || c == 0x7F;
 }
 
-// The share of the visible characters that are Japanese.
-double japaneseShare(const QString &text)
+bool isKanji(char16_t c)
 {
-    qsizetype visible = 0, japanese = 0;
-    for (const QChar c : text) {
-        if (c.isSpace())
-            continue;
-        ++visible;
-        japanese += isJapanese(c.unicode()) ? 1 : 0;
+    return (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x4E00 && c <= 0x9FFF) || (c >= 0xF900 && c <= 0xFAFF);
+}
+
+bool isKana(char16_t c) // with the Japanese punctuation and full-width forms
+{
+    return (c >= 0x3000 && c <= 0x30FF) || (c >= 0xFF01 && c <= 0xFF60);
+}
+
+bool isHalfWidthKana(char16_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
+
+// How well some bytes read in one encoding.
+struct Reading {
+    qsizetype faults = 0;  // bytes that read as nothing, and control characters
+    qsizetype good = 0;    // characters beyond ASCII
+    qsizetype visible = 0; // characters that are neither faults nor spaces
+    qsizetype japanese = 0;
+
+    // The share of all it read that reads as Japanese: a fault counts
+    // against a reading, without ruling it out.
+    double quality() const
+    {
+        const qsizetype all = visible + faults;
+        return all == 0 ? 0.0 : double(japanese) / double(all);
     }
-    return visible == 0 ? 0.0 : double(japanese) / double(visible);
-}
-
-// A Japanese reading wins over a detector's guess when at least this share
-// of it is Japanese; a Western text read as CP932 stays far below.
-constexpr double JapaneseShareNeeded = 0.25;
-
-struct Utf8Reading {
-    QString text;       // U+FFFD in place of each bad sequence
-    qsizetype good = 0; // characters of two or more bytes
-    qsizetype bad = 0;  // sequences that are no UTF-8
 };
 
-Utf8Reading readUtf8(const QByteArray &bytes)
+// Half-width katakana count as Japanese only in a reading without kanji:
+// EUC-JP read as CP932 becomes a jumble of both, while a book written in
+// half-width katakana has no kanji.
+Reading readAs(const char *encoding, const QByteArray &bytes)
 {
-    Utf8Reading reading;
-    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    reading.text = decoder.decode(bytes);
-    // U+FFFD that stood in the file as three bytes is no bad sequence.
-    const qsizetype written = bytes.count("\xEF\xBF\xBD");
-    for (const QChar c : std::as_const(reading.text)) {
-        if (c.unicode() == 0xFFFD)
-            ++reading.bad;
-        else if (c.unicode() >= 0x80 && !c.isLowSurrogate())
-            ++reading.good;
+    Reading reading;
+    QStringDecoder decoder(encoding, QStringConverter::Flag::Stateless);
+    const QString text = decoder.decode(bytes);
+    qsizetype kanji = 0, kana = 0, halfWidth = 0;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (isFault(u)) {
+            ++reading.faults;
+        } else if (!c.isSpace()) {
+            ++reading.visible;
+            reading.good += u >= 0x80 && !c.isLowSurrogate();
+            kanji += isKanji(u);
+            kana += isKana(u);
+            halfWidth += isHalfWidthKana(u);
+        }
     }
-    reading.bad -= written;
-    reading.good += written;
+    reading.japanese = kanji + kana + (kanji == 0 ? halfWidth : 0);
     return reading;
 }
 
-// The lines as one text. Valid UTF-8 stands as it is, and so does UTF-8 with
-// a few damaged bytes, which become U+FFFD: EUC-JP and Shift_JIS read as
-// UTF-8 come nowhere near four good sequences to a bad one. Else the strict
-// Japanese reading that reads most as Japanese, unless the detector's own
-// answer reads better; else what the detector names; else UTF-8 with U+FFFD.
-// The detector has least to go on where a book is most likely, in short
-// lines of a few kanji: it calls them UTF-8, GB18030 or a Western code page.
-QString decodeLines(const QByteArray &joined)
-{
-    const Utf8Reading utf8 = readUtf8(joined);
-    if (utf8.bad == 0) {
-        // ISO-2022-JP is valid UTF-8 byte for byte; its escape sequences give it away.
-        if (joined.contains('\x1B')) {
-            if (auto decoded = decodeStrictly(QStringLiteral("ISO-2022-JP"), joined))
-                return *decoded;
-        }
-        return utf8.text;
-    }
-    if (utf8.good >= 4 * utf8.bad)
-        return utf8.text;
+// A Japanese reading wins where at least this share of it reads as
+// Japanese, damage counted against it; a Western text read as CP932 stays
+// far below.
+constexpr double JapaneseShareNeeded = 0.25;
 
-    // The detector's "UTF-8" for bytes that are no UTF-8 is no answer.
-    QString detected = decoderName(detectedEncodingName(joined));
-    if (detected.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) == 0)
-        detected.clear();
-    struct Candidate {
-        QString encoding;
-        bool mustReadAsJapanese;
-    };
-    const Candidate candidates[] = {{QStringLiteral("windows-31j"), true},
-                                    {QStringLiteral("EUC-JP"), true},
-                                    {QStringLiteral("ISO-2022-JP"), true},
-                                    {detected, false}};
-    std::optional<QString> best;
-    double bestShare = 0.0;
-    for (const Candidate &candidate : candidates) {
-        const auto decoded = decodeStrictly(candidate.encoding, joined);
-        if (!decoded)
-            continue;
-        const double share = japaneseShare(*decoded);
-        if (candidate.mustReadAsJapanese && share < JapaneseShareNeeded)
-            continue;
-        if (!best || share > bestShare) {
-            best = decoded;
-            bestShare = share;
+// The encoding the whole book reads best in. Valid UTF-8 stands as it is, and
+// so does UTF-8 with a few damaged bytes: EUC-JP and Shift_JIS read as UTF-8
+// come nowhere near four good characters to a bad one. Else the Japanese
+// reading of the best quality, where it reads as Japanese at all; else what
+// the detector names; else UTF-8, with U+FFFD for what it can't read. The
+// detector has least to go on where a book is most likely, in short lines of
+// a few kanji: it calls them UTF-8, GB18030 or a Western code page.
+QByteArray chooseEncoding(const QByteArray &sample)
+{
+    // ISO-2022-JP is valid UTF-8 byte for byte; its escape sequences give it away.
+    const bool escapes = sample.contains('\x1B');
+    Reading utf8 = readAs("UTF-8", sample);
+    const qsizetype written = sample.count("\xEF\xBF\xBD"); // U+FFFD in the file is no fault
+    utf8.faults -= written;
+    utf8.good += written;
+    if (!escapes && utf8.good >= 4 * utf8.faults)
+        return "UTF-8";
+    QByteArray best;
+    double bestQuality = JapaneseShareNeeded;
+    for (const char *candidate : {"windows-31j", "EUC-JP", "ISO-2022-JP"}) {
+        const double quality = readAs(candidate, sample).quality();
+        if (quality > bestQuality || (best.isEmpty() && quality == bestQuality)) {
+            best = candidate;
+            bestQuality = quality;
         }
     }
-    return best ? *best : utf8.text;
+    if (!best.isEmpty())
+        return best;
+    if (utf8.faults == 0)
+        return "UTF-8";
+    const QByteArray detected = decoderName(detectedEncodingName(sample));
+    if (!detected.isEmpty() && detected.compare("UTF-8", Qt::CaseInsensitive) != 0
+        && QStringDecoder(detected.constData()).isValid())
+        return detected;
+    return "UTF-8";
 }
 
 // At most MaxLineLength characters of a line, never half a surrogate pair.
@@ -248,99 +251,109 @@ QString shortened(QString line)
     return line;
 }
 
-// The decoded text split at the line ends that the collector put in.
-QStringList nonEmpty(const QString &text)
+// What a line shows: U+FFFD for what read as nothing, for a control
+// character and for half a surrogate pair.
+QString cleaned(QString line)
 {
-    QStringList lines;
-    for (const QString &line : text.split(QChar('\n'), Qt::SkipEmptyParts)) {
-        if (lines.size() == MaxBookLines)
-            break;
-        lines.append(shortened(line));
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        QChar &c = line[i];
+        if (c.isHighSurrogate() && i + 1 < line.size() && line.at(i + 1).isLowSurrogate())
+            ++i;
+        else if (c.isSurrogate() || isFault(c.unicode()))
+            c = QChar::ReplacementCharacter;
     }
-    return lines;
+    return line;
 }
 
-// Reads a device in chunks, no more than ReadBudget bytes in all.
-class Chunks {
-public:
-    explicit Chunks(QIODevice &device) : m_device(device) {}
-    QByteArray next() // empty at the end
-    {
-        const qsizetype want = std::min(ChunkSize, ReadBudget - m_read);
-        if (want <= 0)
-            return {};
-        QByteArray chunk = m_device.read(want);
-        m_read += chunk.size();
-        return chunk;
+using ByteLines = QList<LineCollector<QByteArray>::Line>;
+
+// Each line decoded on its own with its line end, so that a fault stays in
+// its line: a character cut at the end shows as U+FFFD there, and a line that
+// leaves the decoder shifted (ISO-2022-JP) gets a new decoder after it.
+QStringList decodeLines(const ByteLines &lines)
+{
+    QByteArray sample;
+    for (const auto &line : lines)
+        sample += (line.cut ? line.text.chopped(CutTail) : line.text) + '\n';
+    const QByteArray encoding = chooseEncoding(sample);
+    QStringList decoded;
+    std::optional<QStringDecoder> decoder;
+    for (const auto &line : lines) {
+        if (!decoder)
+            decoder.emplace(encoding.constData(), QStringConverter::Flag::Stateless);
+        QString text = decoder->decode(line.text + '\n');
+        if (text.endsWith(QLatin1Char('\n')))
+            text.chop(1);
+        else
+            decoder.reset();
+        decoded.append(shortened(cleaned(std::move(text))));
     }
+    return decoded;
+}
 
-private:
-    QIODevice &m_device;
-    qsizetype m_read = 0;
-};
+// The next chunk of the device, no larger than `most` bytes; empty at the end.
+QByteArray nextChunk(QIODevice &device, qsizetype most)
+{
+    return most > 0 ? device.read(std::min(ChunkSize, most)) : QByteArray();
+}
 
-QStringList readWide(QStringConverter::Encoding encoding, Chunks &source, QByteArray first)
+QStringList readWide(QStringConverter::Encoding encoding, QIODevice &device, QByteArray chunk)
 {
     QStringDecoder decoder(encoding); // skips the byte-order mark itself
+    const qsizetype unitBytes = encoding == QStringConverter::Utf16 || encoding == QStringConverter::Utf16LE
+                                        || encoding == QStringConverter::Utf16BE
+                                    ? 2
+                                    : 4;
     // One more than kept, so that a cut never leaves half a surrogate pair.
-    LineCollector<QString> collector(MaxLineLength + 1);
-    bool full = false;
-    for (QByteArray chunk = std::move(first); !chunk.isEmpty() && !full; chunk = source.next())
-        full = collector.feed(decoder.decode(chunk));
-    if (!full)
-        collector.finish();
+    // The budget in characters, less the mark's.
+    LineCollector<QString> collector(MaxLineLength + 1, ReadBudget / unitBytes - 1);
+    while (!chunk.isEmpty() && !collector.feed(decoder.decode(chunk)))
+        chunk = nextChunk(device, collector.budgetLeft() * unitBytes);
+    collector.finish();
     QStringList lines;
-    for (const QString &line : collector.lines())
-        lines.append(shortened(line));
+    for (const auto &line : collector.lines())
+        lines.append(shortened(cleaned(line.text)));
     return lines;
 }
 
-QStringList readBytes(Chunks &source, QByteArray first)
+QStringList readBytes(QIODevice &device, QByteArray chunk)
 {
     static const QByteArray utf8Mark("\xEF\xBB\xBF");
-    if (first.startsWith(utf8Mark))
-        first.remove(0, utf8Mark.size());
-    LineCollector<QByteArray> collector(MaxLineBytes);
-    bool full = false;
-    for (QByteArray chunk = std::move(first); !chunk.isEmpty() && !full; chunk = source.next())
-        full = collector.feed(chunk);
-    if (!full)
-        collector.finish();
-    if (collector.lines().isEmpty())
-        return {};
-    return nonEmpty(decodeLines(collector.lines().join('\n')));
+    if (chunk.startsWith(utf8Mark))
+        chunk.remove(0, utf8Mark.size());
+    LineCollector<QByteArray> collector(MaxLineBytes, ReadBudget);
+    while (!chunk.isEmpty() && !collector.feed(chunk))
+        chunk = nextChunk(device, collector.budgetLeft());
+    collector.finish();
+    return decodeLines(collector.lines());
 }
 
 } // namespace
 
 QStringList readBook(QIODevice &device)
 {
-    Chunks source(device);
-    QByteArray first = source.next();
+    QByteArray first = nextChunk(device, ReadBudget);
     // A byte-order mark needs up to four bytes; a tiny first read is topped up.
     while (first.size() < 4) {
-        const QByteArray more = source.next();
+        const QByteArray more = nextChunk(device, ReadBudget);
         if (more.isEmpty())
             break;
         first += more;
     }
     if (const auto wide = wideEncoding(first))
-        return readWide(*wide, source, std::move(first));
-    return readBytes(source, std::move(first));
+        return readWide(*wide, device, std::move(first));
+    return readBytes(device, std::move(first));
 }
 
-BookFile readBookFile(const QString &path)
+QStringList readBookFile(const QString &path)
 {
-    BookFile book;
     // A folder, a device or a pipe is no book; reading one could block.
     if (!QFileInfo(path).isFile())
-        return book;
+        return {};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return book;
-    book.opened = true;
-    book.lines = readBook(file);
-    return book;
+        return {};
+    return readBook(file);
 }
 
 QStringList decodeBookBytes(const QByteArray &bytes)

@@ -16,12 +16,12 @@ void mainWindow::readText(const std::optional<QString> &file)
         m_book.clear();
         m_listbox->DeleteAllRows();
         // A file that can't be read leaves the book empty, as a file of no lines would.
-        const BookFile read = readBookFile(*file);
+        const QStringList read = readBookFile(*file);
         QList<QStringList> rows;
-        for (qsizetype n = 0; n < read.lines.size(); ++n) {
+        for (qsizetype n = 0; n < read.size(); ++n) {
             const int page = int(n / LineCount);
             const int line = int(n % LineCount);
-            const QString &text = read.lines[n];
+            const QString &text = read[n];
             m_book.setLine(page, line, text);
             rows.append({QString::number(page + 1), QString::number(line + 1), text});
         }
