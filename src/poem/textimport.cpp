@@ -21,8 +21,7 @@ constexpr qsizetype ChunkSize = qsizetype(64) * 1024;
 // characters in any of the encodings read, so that the cut of the decoded
 // line is the only one that shows.
 constexpr qsizetype MaxLineBytes = qsizetype(8) * MaxLineLength;
-// Where a line was cut, its last bytes may hold half a character: they
-// take no part in choosing the encoding.
+// Where a line was cut, its last bytes may hold half a character.
 constexpr qsizetype CutTail = 8;
 // What the system's decoders put where a byte reads as nothing.
 constexpr QChar IcuSubstitute = QChar(0x1A);
@@ -272,9 +271,15 @@ using ByteLines = QList<LineCollector<QByteArray>::Line>;
 // leaves the decoder shifted (ISO-2022-JP) gets a new decoder after it.
 QStringList decodeLines(const ByteLines &lines)
 {
+    // A cut line takes no part in the choice, so that adding one never
+    // changes how the others read; where every line was cut, their heads do.
     QByteArray sample;
     for (const auto &line : lines)
-        sample += (line.cut ? line.text.chopped(CutTail) : line.text) + '\n';
+        if (!line.cut)
+            sample += line.text + '\n';
+    if (sample.isEmpty())
+        for (const auto &line : lines)
+            sample += line.text.chopped(CutTail) + '\n';
     const QByteArray encoding = chooseEncoding(sample);
     QStringList decoded;
     std::optional<QStringDecoder> decoder;
@@ -286,7 +291,8 @@ QStringList decodeLines(const ByteLines &lines)
             text.chop(1);
         else
             decoder.reset();
-        decoded.append(shortened(cleaned(std::move(text))));
+        if (!text.isEmpty()) // bytes that read as no text at all, an escape sequence alone
+            decoded.append(shortened(cleaned(std::move(text))));
     }
     return decoded;
 }
