@@ -1,49 +1,60 @@
 # Thin wrapper over CMake: `make run` and `make test` each do the whole set-up.
+# Each job installs its own tools once (a stamp in build/stamps): `make run`
+# only what building and running the program needs.
 PRESET    ?= dev
 BUILD_DIR := build/$(PRESET)
-DEPS_STAMP := build/.deps.stamp
+STAMPS    := build/stamps
 NPROC     := $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all run test test-asan bench fuzz deps build package clean
+.PHONY: all run test test-asan bench fuzz deps program build package clean
 
 all: build
 
-$(DEPS_STAMP): scripts/install-deps.sh
-	scripts/install-deps.sh
+$(STAMPS)/%: scripts/install-deps.sh
+	scripts/install-deps.sh $*
 	@mkdir -p $(@D) && touch $@
 
-deps: $(DEPS_STAMP)
+deps: $(STAMPS)/run
 
-$(BUILD_DIR)/CMakeCache.txt: $(DEPS_STAMP) CMakeLists.txt CMakePresets.json
+$(BUILD_DIR)/CMakeCache.txt: $(STAMPS)/run CMakeLists.txt CMakePresets.json
 	cmake --preset $(PRESET)
 
+# The program, its default book and manual page, and nothing else.
+program: $(BUILD_DIR)/CMakeCache.txt
+	cmake --build $(BUILD_DIR) -j $(NPROC) --target verlis verlis_docs
+
+# The program and its tests.
 build: $(BUILD_DIR)/CMakeCache.txt
 	cmake --build $(BUILD_DIR) -j $(NPROC)
 
-run: build
+run: program
 	$(BUILD_DIR)/verlis
 
-test: build
+test: $(STAMPS)/test
+	$(MAKE) build
 	ctest --test-dir $(BUILD_DIR) --output-on-failure
 
 # All tests under the address, leak and undefined-behaviour sanitizers.
 test-asan:
 	$(MAKE) PRESET=asan test
 
-bench: build
+# Configured again: the benchmark library may have come just now.
+bench: $(STAMPS)/bench $(BUILD_DIR)/CMakeCache.txt
+	cmake --preset $(PRESET) >/dev/null
 	cmake --build $(BUILD_DIR) -j $(NPROC) --target benchmarks
 	bench/run.sh $(BUILD_DIR)
 
 # Each fuzz target for FUZZ_SECONDS, from the seeds in fuzz/corpus.
 FUZZ_SECONDS ?= 60
-fuzz: $(DEPS_STAMP)
+fuzz: $(STAMPS)/fuzz
 	cmake --preset fuzz
 	cmake --build build/fuzz -j $(NPROC)
 	fuzz/run.sh build/fuzz $(FUZZ_SECONDS)
 
-# The Debian package, from the release build: build/release/verlis_<version>_amd64.deb
-package:
-	$(MAKE) build PRESET=release
+# The Debian package, from the hardened release build:
+# build/release/verlis_<version>_amd64.deb
+package: $(STAMPS)/package
+	$(MAKE) program PRESET=release
 	cd build/release && cpack
 
 clean:

@@ -1,28 +1,47 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, running and testing need.
-# Only what is missing is installed, so a second run costs one dpkg query.
+# Installs the Debian packages that a job needs: scripts/install-deps.sh JOB...
+# with JOB one of run, test, bench, fuzz, package. Only what is missing is
+# installed, so a second run costs one dpkg query a package. An entry a|b is
+# met by any of its packages, and brings the first where none is there.
 set -euo pipefail
 
-packages=(
+run=(
   build-essential cmake pkg-config
-  qt6-base-dev qt6-qpa-plugins libgl-dev
+  qt6-base-dev libgl-dev libuchardet-dev
   libqt6svg6              # the SVG icon: its icon engine and image plugin
   qt6-translations-l10n   # the toolkit's dialogs in Japanese
-  libuchardet-dev
-  libbenchmark-dev
-  # make fuzz: clang with libFuzzer, and the symbolizer for readable crash reports
-  clang libclang-rt-14-dev llvm-14
-  # a real X server for the end-to-end tests
-  xvfb openbox xdotool xclip x11-utils imagemagick
-  # Japanese text on screen
+  "fonts-vlgothic|fonts-noto-cjk|fonts-ipafont-gothic|fonts-takao-gothic" # Japanese text
+)
+test=(
+  "${run[@]}"
+  # a real X server with a window manager, real keys, layouts and the clipboard
+  xvfb openbox xdotool xclip x11-utils x11-xkb-utils xkb-data imagemagick
   fonts-noto-cjk
   # the install and package checks
   desktop-file-utils appstream lintian dpkg-dev file binutils
 )
+bench=("${run[@]}" libbenchmark-dev xvfb openbox xdotool x11-utils)
+# clang with libFuzzer, and the symbolizer for readable crash reports
+fuzz=("${run[@]}" clang libclang-rt-14-dev llvm-14)
+package=("${run[@]}" dpkg-dev file lintian)
+
+installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
+
+[ $# -gt 0 ] || { echo "usage: $0 run|test|bench|fuzz|package..." >&2; exit 2; }
+wanted=()
+for job in "$@"; do
+  case $job in
+    run | test | bench | fuzz | package) declare -n list=$job; wanted+=("${list[@]}") ;;
+    *) echo "$0: no job named $job" >&2; exit 2 ;;
+  esac
+done
 
 missing=()
-for p in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+for entry in "${wanted[@]}"; do
+  IFS='|' read -r -a choices <<<"$entry"
+  met=false
+  for p in "${choices[@]}"; do installed "$p" && met=true && break; done
+  $met || [[ " ${missing[*]} " == *" ${choices[0]} "* ]] || missing+=("${choices[0]}")
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
