@@ -26,8 +26,10 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${VERLIS_APP_ID}.metainfo.xml
 install(FILES data/verlis.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
         RENAME ${VERLIS_APP_ID}.svg)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/verlis.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/verlis RENAME copyright)
+install(FILES data/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/verlis)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/verlis)
+install(FILES data/verlis.lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+        RENAME verlis)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME verlis)
@@ -45,11 +47,13 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-# Libraries come from dpkg-shlibdeps; plugins and translations are loaded at
-# run time, so no linker sees them: the platform plugin, the SVG icon engine
-# and the toolkit's Japanese dialogs.
+# Libraries, the X11 platform plugin among them, come from dpkg-shlibdeps.
+# What is loaded at run time no linker sees: the SVG icon engine and a
+# Japanese font, any of Debian's gothic ones; and, recommended, the Wayland
+# platform and the toolkit's dialogs in Japanese.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, libqt6svg6, qt6-translations-l10n")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS fonts-noto-cjk)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "libqt6svg6, fonts-noto-cjk | fonts-vlgothic | fonts-ipafont-gothic | fonts-takao-gothic")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

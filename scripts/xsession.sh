@@ -37,6 +37,7 @@ mkdir -p "$TMPDIR"
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 
 # The server takes a free display and writes its number once it is ready.
+: >"$tmp_home/display"
 Xvfb -displayfd 3 -screen 0 "${XSESSION_SCREEN:-1280x1024}x24" -nolisten tcp 3>"$tmp_home/display" >/dev/null 2>&1 &
 xvfb_pid=$!
 deadline=$((EPOCHSECONDS + 20))

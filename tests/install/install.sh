@@ -34,13 +34,17 @@ XDG_DATA_DIRS="$prefix/share" shows_first_poem "from the data folders" "$tmp/alo
 cpack --config "$build/CPackConfig.cmake" -B "$tmp/package" >/dev/null
 deb=$(ls "$tmp"/package/*.deb) && dpkg-deb -x "$deb" "$tmp/root"
 check "package file" "verlis_$(dpkg-deb -f "$deb" Version)_amd64.deb" "$(basename "$deb")"
-check "Depends" "libqt6svg6 libqt6widgets6 libuchardet0 qt6-qpa-plugins qt6-translations-l10n" \
-  "$(dpkg-deb -f "$deb" Depends | tr , '\n' | awk '{print $1}' | sort -u | grep -xE 'libqt6(svg|widgets)6|libuchardet0|qt6-(qpa-plugins|translations-l10n)' | xargs)"
+fields=$(dpkg-deb -f "$deb" Depends Recommends)
+for wanted in "libqt6svg6, fonts-noto-cjk | fonts-vlgothic" libqt6widgets6 libuchardet0 "Recommends: qt6-wayland, qt6-translations-l10n"; do
+  [[ $fields == *"$wanted"* ]] && pass || fail "the package's Depends and Recommends lack $wanted: $fields"
+done
 for f in bin/verlis share/verlis/Verlis.txt "share/applications/${entry##*/}" "share/metainfo/$icon.metainfo.xml" \
   "share/icons/hicolor/scalable/apps/$icon.svg" share/man/man1/verlis.1.gz share/doc/verlis/copyright; do
   holds "the package" "$tmp/root/usr/$f"
 done
-report=$(lintian --fail-on error "$deb" 2>&1) && pass || fail "lintian: $report"
+report=$(lintian --pedantic --fail-on error,warning "$deb" 2>&1) && pass || fail "lintian: $report"
+[[ $(readelf -d "$tmp/root/usr/bin/verlis") == *BIND_NOW* && $(readelf -W --dyn-syms "$tmp/root/usr/bin/verlis") == *_chk@* ]] &&
+  pass || fail "the binary binds late or calls nothing fortified"
 [[ $(file -b "$tmp/root/usr/bin/verlis") == *", stripped"* ]] && pass || fail "binary not stripped"
 shows_first_poem "unpacked package" "$tmp/root/usr/bin"
 finish
