@@ -5,6 +5,7 @@
 #include "poem/bookshape.h"
 
 #include <QAction>
+#include <QMenu>
 
 namespace verlis {
 
@@ -23,6 +24,19 @@ void makeFontMenu(MenuBar1 &bar, const QStringList &families)
         MenuBar1::setText(bar.installClone(QStringLiteral("fontName")), families[i]);
     if (menu)
         menu->setUpdatesEnabled(updates);
+}
+
+void measureFontMenu(MenuBar1 &bar)
+{
+    QMenu *menu = bar.menu(QStringLiteral("hyoujiFont"));
+    if (!menu || menu->isVisible())
+        return;
+    // Opened and closed at once, never drawn: the item sizes it keeps are
+    // those of a real opening, screen and all.
+    menu->setAttribute(Qt::WA_DontShowOnScreen);
+    menu->popup(bar.mapToGlobal(QPoint(0, bar.height())));
+    menu->hide();
+    menu->setAttribute(Qt::WA_DontShowOnScreen, false);
 }
 
 void makePageMenu(MenuBar1 &bar)

@@ -10,6 +10,12 @@ class MenuBar1;
 // platform's order. An empty list leaves the one declared item as it is.
 void makeFontMenu(MenuBar1 &bar, const QStringList &families);
 
+// Lays the font list out once, unseen: the toolkit measures every item of
+// a menu when it first opens, some microseconds an item, and a list of
+// thousands of families would otherwise make its first opening stall.
+// For after the first paint, so that the window shows no later for it.
+void measureFontMenu(MenuBar1 &bar);
+
 // The items of lines 2 to 14 in both turning menus, with their keys.
 void makePageMenu(MenuBar1 &bar);
 

@@ -1,6 +1,7 @@
 #include "startup.h"
 
 #include "signals.h"
+#include "menus/runtimemenus.h"
 #include "menus/version.h"
 #include "window/mainwindow.h"
 
@@ -30,34 +31,37 @@ void installToolkitTranslations(QApplication &application)
         QApplication::installTranslator(translator);
 }
 
-// Gives the program its window icon once the window has first been drawn:
-// looking the icon up in the desktop's theme reads the icon folders, and
-// drawing it for the window manager renders it at several sizes, neither
-// of which the first sight of the poem needs to wait for.
-class IconAfterFirstExpose final : public QObject {
+// What the first sight of the poem need not wait for, done once the window
+// has first been drawn: the window icon (looking it up in the desktop's
+// theme reads the icon folders, and drawing it for the window manager
+// renders it at several sizes) and the font list's first layout.
+class AfterFirstPaint final : public QObject {
 public:
-    using QObject::QObject;
+    AfterFirstPaint(App &app) : QObject(&app), m_app(app) {}
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::Expose) {
             watched->removeEventFilter(this);
-            // Queued: the expose is drawn before the icon is looked up.
-            QMetaObject::invokeMethod(this, [this] { setIcon(); }, Qt::QueuedConnection);
+            // Queued: the expose is drawn first.
+            QMetaObject::invokeMethod(this, [this] { run(); }, Qt::QueuedConnection);
         }
         return false;
     }
 
 private:
-    void setIcon()
+    void run()
     {
         // The installed theme's icon where there is one; the bundled one
         // otherwise, so that a program started from its build folder has it too.
         QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral(VERLIS_APP_ID),
                                                      QIcon(QStringLiteral(":/icons/verlis.svg"))));
+        measureFontMenu(m_app.menuBar());
         deleteLater();
     }
+
+    App &m_app;
 };
 
 } // namespace
@@ -70,7 +74,7 @@ std::unique_ptr<App> startVerlis(QApplication &application)
     app->Event_Open();
     mainWindow &window = app->window();
     window.show();
-    window.windowHandle()->installEventFilter(new IconAfterFirstExpose(app.get()));
+    window.windowHandle()->installEventFilter(new AfterFirstPaint(*app));
     quitOnSystemRequests(*app);
     return app;
 }
