@@ -1,5 +1,6 @@
 #include "menubar1.h"
 
+#include "menuitem.h"
 #include "menutable.h"
 #include "shortcut.h"
 

@@ -12,15 +12,6 @@ namespace verlis {
 
 struct MenuEntry;
 
-// An item of the menu tree: a command with its Index in its array (0 for
-// items outside one).
-class MenuItem : public QAction {
-    Q_OBJECT
-public:
-    using QAction::QAction;
-    int index = 0;
-};
-
 // The one menu tree, built from the table of menus. Items are found by
 // name, and members of the three item arrays by name and Index. Commands
 // are bound to names, so a member added later finds its handler too.

@@ -40,7 +40,6 @@ public:
     MenuBar1 &menuBar() const { return *m_menuBar; }
     mainWindow &window() const { return *m_window; }
     MenuCommands &commands() const { return *m_commands; }
-    const PreferencesFile &preferencesFile() const { return m_preferencesFile; }
 
     void Event_Open();
     void Event_Close();
@@ -60,7 +59,7 @@ private:
 
     Environment m_env;
     PreferencesFile m_preferencesFile;
-    MenuBar1 *m_menuBar;    // owned by the window once it is set on it
+    MenuBar1 *m_menuBar; // owned by the window once it is set on it
     std::unique_ptr<mainWindow> m_window;
     MenuCommands *m_commands; // owned by the window
     bool m_closed = false;

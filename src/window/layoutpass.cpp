@@ -12,7 +12,7 @@ std::array<RowGeometry, LineCount> labelRowGeometry(qint64 width, qint64 height)
     constexpr qint64 top = 48;
     const qint64 textWidth = width - pageWidth - pageLeft - arrowWidth - arrowWidth - 48;
     // Truncated, never rounded: 420 / 17 = 24.7 gives 24.
-    const qint64 rowHeight = qint64(double(height - 2 * top) / 17.0);
+    const qint64 rowHeight = qint64(double(height - 2 * top) / PoemRows);
     const qint64 textLeft = pageLeft + pageWidth + 4;
     const qint64 leftArrowLeft = textLeft + textWidth;
     const qint64 rightArrowLeft = leftArrowLeft + arrowWidth;

@@ -19,7 +19,7 @@ struct RowGeometry {
 
 // The rows of the label page for a client area of width x height: fourteen
 // lines and three stanza gaps divide the height, less a margin of 48 above
-// and below, into 17 equal rows.
+// and below, into PoemRows equal rows.
 std::array<RowGeometry, LineCount> labelRowGeometry(qint64 width, qint64 height);
 
 } // namespace verlis

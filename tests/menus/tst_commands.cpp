@@ -5,7 +5,6 @@
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QRegularExpression>
-#include <QTest>
 
 using namespace verlis;
 using Pages = QList<int>;

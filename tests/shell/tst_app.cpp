@@ -59,7 +59,7 @@ private slots:
         end == "close" ? void(w.close()) : t.app->menuBar().item(end)->trigger();
         QCOMPARE(t.app->preferencesWrites(), 1);
         QCOMPARE(t.quits, QList<int>{0});
-        App next({QFileInfo(t.prefsPath()).path(), QString(), {"Alpha"}, t.dialogs, [](int) {}});
+        App next({t.folder(), QString(), {"Alpha"}, t.dialogs, [](int) {}});
         next.Event_Open();
         QCOMPARE(next.prefs, t.app->prefs);
     }

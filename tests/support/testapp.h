@@ -71,12 +71,13 @@ struct TestApp {
     {
         const QStringList fonts{QStringLiteral("Alpha"), QStringLiteral("Beta"),
                                 QStringLiteral("Gamma")};
-        verlis::Environment env{home.filePath(QStringLiteral("config")), defaultBook, fonts,
-                                dialogs, [this](int status) { quits.append(status); }};
+        verlis::Environment env{folder(), defaultBook, fonts, dialogs,
+                                [this](int status) { quits.append(status); }};
         app = std::make_unique<verlis::App>(std::move(env));
     }
 
-    QString prefsPath() const { return app->preferencesFile().path(); }
+    QString folder() const { return home.filePath(QStringLiteral("config")); }
+    QString prefsPath() const { return verlis::PreferencesFile(folder()).path(); }
 
     // Started on a book written into `dir`, its window on screen.
     static std::unique_ptr<TestApp> started(const QTemporaryDir &dir, const QStringList &book)

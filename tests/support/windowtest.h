@@ -3,7 +3,6 @@
 #include "menus/menubar1.h"
 #include "testapp.h"
 
-#include <QAction>
 #include <QPushButton>
 #include <QTest>
 

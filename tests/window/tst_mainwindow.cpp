@@ -3,8 +3,6 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
-#include <QPushButton>
-#include <QTest>
 #include <QTextBlock>
 
 using namespace verlis;
