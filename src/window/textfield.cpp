@@ -54,7 +54,7 @@ void TextField::layOut()
 {
     if (m_leader)
         m_leader->layOut(); // its size and rows first: this field follows them
-    if (!m_textPending && !m_fontPending)
+    if (!m_textPending && !m_fontPending && !m_formatPending)
         return;
     fitFont(); // with the last measure: a new text seldom needs another size
     if (m_textPending) {
@@ -68,15 +68,17 @@ void TextField::layOut()
         cursor.select(QTextCursor::Document);
         cursor.removeSelectedText();
         cursor.setBlockFormat(rowFormat(-1));
-        cursor.insertText(rows.join(QLatin1Char('\n')));
+        cursor.setBlockCharFormat(charFormat());
+        cursor.insertText(rows.join(QLatin1Char('\n')), charFormat());
         cursor.endEditBlock();
-        if (!m_blankRows.isEmpty())
-            formatRows();
+        m_formatPending = !m_blankRows.isEmpty();
         m_widestPerPixel = -1;
     }
+    formatRows();
     if (m_widestPerPixel < 0) {
         measureRows();
         fitFont();
+        formatRows();
     }
     keepRowsWhole();
     countRows();
@@ -148,7 +150,7 @@ void TextField::measureRows()
         }
         widest = qMax(widest, width);
     }
-    const qreal pixels = font().pointSizeF() * logicalDpiY() / 72.0;
+    const qreal pixels = fontPixels();
     m_widestPerPixel = pixels > 0 ? widest / pixels : 0;
 }
 
@@ -173,14 +175,18 @@ void TextField::fitFont(qreal atMost)
         turn = size < floor;
         fitted.TextSize = float(qMax(size, floor));
     }
+    // The font reaches the text with the row formats, in the same layout.
     const QFont font = fitted.toFont(logicalDpiY());
-    if (font != this->font())
-        setFont(font);
+    if (font != m_font) {
+        m_font = font;
+        m_formatPending = true;
+    }
     const qreal indent = turn ? qreal(fitted.TextSize) : 0; // an em, as verse is printed
+    if (turn != (m_turnIndent > 0))
+        setWordWrapMode(turn ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
     if (indent != m_turnIndent) {
         m_turnIndent = indent;
-        setWordWrapMode(turn ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
-        formatRows();
+        m_formatPending = true;
     }
 }
 
@@ -196,8 +202,21 @@ void TextField::keepRowsWhole()
             widest = qMax(widest, block.layout()->maximumWidth());
         if (widest <= rowRoom())
             return;
-        fitFont(font().pointSizeF() * logicalDpiY() / 72.0 * rowRoom() / widest);
+        fitFont(fontPixels() * rowRoom() / widest);
+        formatRows();
     }
+}
+
+qreal TextField::fontPixels() const
+{
+    return m_font.pointSizeF() * logicalDpiY() / 72.0;
+}
+
+QTextCharFormat TextField::charFormat() const
+{
+    QTextCharFormat format;
+    format.setFont(m_font);
+    return format;
 }
 
 // The width a row may take: the whole field, whether a scroll bar stands in
@@ -212,9 +231,11 @@ void TextField::countRows()
     document()->documentLayout()->documentSize(); // lays out what is pending
     QList<int> rows;
     rows.reserve(document()->blockCount());
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        block.layout()->setCacheEnabled(true); // painting draws the glyphs just shaped
         rows.append(qMax(1, block.layout()->lineCount()));
-    const qreal drawn = font().pointSizeF() * logicalDpiY() / 72.0;
+    }
+    const qreal drawn = fontPixels();
     if (rows == m_visualRows && drawn == m_drawnSize)
         return;
     m_visualRows = rows;
@@ -245,7 +266,7 @@ void TextField::leaderRowsChanged()
         blank.clear();
     if (blank != m_blankRows) {
         m_blankRows = blank;
-        formatRows();
+        m_formatPending = true;
     }
     m_fontPending = true; // the leader's size may have changed
     viewport()->update();
@@ -278,7 +299,7 @@ void TextField::resizeEvent(QResizeEvent *event)
     if (rowHeight == m_rowHeight)
         return;
     m_rowHeight = rowHeight;
-    formatRows();
+    m_formatPending = true;
 }
 
 // The rows are shorter than the font's own line spacing, and the toolkit
@@ -311,7 +332,7 @@ void TextField::paintSelectionBands(QPainter &painter, const QTextCursor &select
     const int start = selection.selectionStart();
     const int end = selection.selectionEnd();
     const QAbstractTextDocumentLayout *layout = document()->documentLayout();
-    const qreal gap = fontMetrics().horizontalAdvance(QLatin1Char(' '));
+    const qreal gap = QFontMetricsF(m_font, this).horizontalAdvance(QLatin1Char(' '));
     for (QTextBlock block = document()->findBlock(start);
          block.isValid() && block.position() <= end; block = block.next()) {
         const QRectF blockRect = layout->blockBoundingRect(block);
@@ -350,12 +371,20 @@ QTextBlockFormat TextField::rowFormat(int row) const
     return format;
 }
 
+// Puts the font, row height, indent and blank rows last decided on the
+// rows, all in one edit and so in one layout.
 void TextField::formatRows()
 {
+    if (!m_formatPending)
+        return;
+    m_formatPending = false;
     QTextCursor cursor(document());
     cursor.beginEditBlock();
+    cursor.select(QTextCursor::Document);
+    const QTextCharFormat format = charFormat();
+    cursor.setCharFormat(format);
+    cursor.setBlockCharFormat(format);
     if (m_blankRows.isEmpty()) {
-        cursor.select(QTextCursor::Document);
         cursor.setBlockFormat(rowFormat(-1));
     } else {
         int row = 0;

@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QTextBlockFormat>
+#include <QTextCharFormat>
 #include <QTextEdit>
 
 #include <limits>
@@ -81,6 +82,8 @@ private:
     void fitFont(qreal atMost = std::numeric_limits<qreal>::infinity());
     void keepRowsWhole();
     qreal rowRoom() const;
+    qreal fontPixels() const;
+    QTextCharFormat charFormat() const;
     void measureRows();
     void countRows();
     void leaderRowsChanged();
@@ -88,7 +91,9 @@ private:
     QString m_text;
     bool m_textPending = false;
     bool m_fontPending = false;
+    bool m_formatPending = false;
     TextStyle m_style;
+    QFont m_font; // the text is drawn in
     int m_rowHeight = 0;
     qreal m_widestPerPixel = 0; // the widest row's width for a 1-pixel font; < 0: to measure
     qreal m_turnIndent = 0;     // of the visual rows a row turns over onto; 0: none turns

@@ -91,7 +91,7 @@ private slots:
         w->grab();
         resize(QSize(640, 700)); // the same poem and face, drawn at the new height's size
         w->grab();
-        QCOMPARE(QFontInfo(w->TextField1()->font()).pixelSize(), (700 - 68) / 26);
+        QCOMPARE(float(w->TextField1()->drawnSize()), (700 - 68) / 26.0f);
     }
 
     void makePoetryAndReadTextKeepTheReadingPage()
