@@ -62,7 +62,7 @@ void TextField::layOut()
         QStringList rows = m_text.split(QChar(13));
         for (QString &row : rows)
             row = shownRow(row);
-        // One edit, one layout: the rows take their height as the text goes in.
+        // One edit, one layout: the rows take their height and font as the text goes in.
         QTextCursor cursor(document());
         cursor.beginEditBlock();
         cursor.select(QTextCursor::Document);

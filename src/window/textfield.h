@@ -93,7 +93,7 @@ private:
     bool m_fontPending = false;
     bool m_formatPending = false;
     TextStyle m_style;
-    QFont m_font; // the text is drawn in
+    QFont m_font; // the fitted font, which reaches the text with the row formats
     int m_rowHeight = 0;
     qreal m_widestPerPixel = 0; // the widest row's width for a 1-pixel font; < 0: to measure
     qreal m_turnIndent = 0;     // of the visual rows a row turns over onto; 0: none turns
