@@ -207,10 +207,7 @@ void TextField::keepRowsWhole()
     }
 }
 
-qreal TextField::fontPixels() const
-{
-    return m_font.pointSizeF() * logicalDpiY() / 72.0;
-}
+qreal TextField::fontPixels() const { return m_font.pointSizeF() * logicalDpiY() / 72.0; }
 
 QTextCharFormat TextField::charFormat() const
 {
