@@ -104,7 +104,7 @@ void BM_TurnOneLineRepaint(benchmark::State &state)
 // steps and back to the start: the resize, both passes it runs and the
 // repaint of the reading page. Steps differ in cost (the fonts change with
 // the height), so their median and 90th percentile are reported too.
-void BM_LiveResizeStep(benchmark::State &state)
+void liveResize(benchmark::State &state)
 {
     App &app = sharedApp();
     mainWindow &w = app.window();
@@ -130,10 +130,12 @@ void BM_LiveResizeStep(benchmark::State &state)
     QApplication::processEvents();
 }
 
+void BM_LiveResizeStep(benchmark::State &state) { liveResize(state); }
+
 // Book files, written once.
 struct Books {
     QTemporaryDir dir;
-    QString utf8, shiftJis, huge, longLines;
+    QString utf8, shiftJis, huge, longLines, longLineBook;
 
     Books()
     {
@@ -158,6 +160,11 @@ struct Books {
         for (int i = 0; i < 140; ++i)
             wide.write(line);
         longLines = wide.fileName();
+
+        QStringList lines = QString::fromUtf8(book).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        for (QString &line : lines)
+            line = line.repeated(51 / line.size() + 1).left(51);
+        longLineBook = write("long-lines.txt", lines.join(QLatin1Char('\n')).toUtf8());
     }
 
     QString write(const char *name, const QByteArray &bytes)
@@ -173,6 +180,18 @@ Books &books()
 {
     static Books b;
     return b;
+}
+
+// The same with every line of the book 51 characters long: the poem drawn at
+// the legible floor, every line turned over, the poem field with its scroll bar.
+void BM_LiveResizeStepLongLines(benchmark::State &state)
+{
+    mainWindow &w = sharedApp().window();
+    w.readText(books().longLineBook);
+    w.makePoetry();
+    liveResize(state);
+    w.readText(DefaultBook);
+    w.makePoetry();
 }
 
 // A file larger than the read budget gives only the lines within it.
@@ -245,6 +264,7 @@ BENCHMARK(BM_NextAllLineRepaint)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ShuffleRepaint)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_TurnOneLineRepaint)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_LiveResizeStep)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LiveResizeStepLongLines)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ImportUtf8)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ImportShiftJis)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Import100MB)->Unit(benchmark::kMicrosecond);

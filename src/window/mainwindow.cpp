@@ -152,6 +152,7 @@ void mainWindow::createReadingPage(QWidget *page)
     m_noField->setAccessibleName(QStringLiteral("頁番号"));
     m_noField->setAccessibleDescription(QStringLiteral("詩の各行が取られた頁の番号"));
     m_noField->setRightAligned(true);
+    m_noField->followRows(m_textField); // one size, and each number level with its line
     place(m_noField, QRect(20, 34, 40, 448), LockLeft | LockTop | LockBottom);
     setTabOrder(m_textField, m_noField);
 }

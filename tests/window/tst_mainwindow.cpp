@@ -3,23 +3,34 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
+#include <QClipboard>
+#include <QScrollBar>
 #include <QTextBlock>
 
 using namespace verlis;
 
-// Each row as the field lays it out: baseline (in the window), left, right and bottom
-// (in the viewport). Empty where a row took two lines.
-static QList<std::array<qreal, 4>> shownRows(const TextField *field, const QWidget *window)
+// Each row of the text as the field lays it out and scrolls it: first baseline (in
+// the window), left of its first and second visual row, right, bottom (in the
+// viewport), and how many visual rows it takes.
+struct ShownRow {
+    qreal baseline, left, turnedLeft, right, bottom;
+    int rows;
+};
+static QList<ShownRow> shownRows(const TextField *field, const QWidget *window)
 {
-    QList<std::array<qreal, 4>> rows;
-    const qreal top = field->viewport()->mapTo(window, QPoint(0, 0)).y();
+    QList<ShownRow> rows;
+    const qreal scroll = field->verticalScrollBar()->value();
+    const qreal top = field->viewport()->mapTo(window, QPoint(0, 0)).y() - scroll;
     for (QTextBlock block = field->document()->begin(); block.isValid(); block = block.next()) {
-        if (block.layout()->lineCount() != 1)
-            return {};
-        const QTextLine line = block.layout()->lineAt(0);
+        const QTextLayout *layout = block.layout();
         const QRectF rect = field->document()->documentLayout()->blockBoundingRect(block);
-        rows.append({top + rect.top() + line.y() + line.ascent(), rect.left() + line.x(),
-                     rect.left() + line.x() + line.naturalTextWidth(), rect.bottom()});
+        const QTextLine first = layout->lineAt(0), turned = layout->lineAt(layout->lineCount() - 1);
+        qreal right = 0;
+        for (int i = 0; i < layout->lineCount(); ++i)
+            right = qMax(right, layout->lineAt(i).x() + layout->lineAt(i).naturalTextWidth());
+        rows.append({top + rect.top() + first.y() + first.ascent(), rect.left() + first.x(),
+                     rect.left() + turned.x(), rect.left() + right, rect.bottom() - scroll,
+                     layout->lineCount()});
     }
     return rows;
 }
@@ -78,7 +89,7 @@ private slots:
         w->grab();
         resize(QSize(640, 700)); // the same poem and face, drawn at the new height's size
         w->grab();
-        QCOMPARE(QFontInfo(w->TextField1()->font()).pixelSize(), (700 - 68) / 26);
+        QCOMPARE(float(w->TextField1()->drawnSize()), (700 - 68) / 26.0f);
     }
 
     void makePoetryAndReadTextKeepTheReadingPage()
@@ -123,37 +134,65 @@ private slots:
     {
         QTest::addColumn<QSize>("size");
         QTest::addColumn<int>("page");
-        QTest::newRow("text drawn in pixels, not points, at 552x640") << QSize(552, 640) << 0;
-        QTest::newRow("10 wraps in the number field at 1200x900") << QSize(1200, 900) << 9;
-        QTest::newRow("10 is clipped at 1500x1100") << QSize(1500, 1100) << 9;
-        QTest::newRow("row-breaking characters take a second row") << QSize(552, 516) << 1;
+        QTest::addColumn<double>("drawn"); // the poem's size, and the numbers' but for "10"
+        QTest::addColumn<int>("turns");    // the visual rows of the fourth line
+        QTest::newRow("text drawn in pixels, not points, at 552x640")
+            << QSize(552, 640) << 0 << 572 / 26.0 << 1;
+        QTest::newRow("10 wraps in the number field at 1200x900")
+            << QSize(1200, 900) << 9 << 832 / 26.0 << 1;
+        QTest::newRow("10 is clipped at 1500x1100") << QSize(1500, 1100) << 9 << 1032 / 26.0 << 1;
+        QTest::newRow("row-breaking characters take a second row")
+            << QSize(552, 516) << 1 << 448 / 26.0 << 1;
+        // Page 3's fourth line has 51 characters, page 4's 30: they shrink, both
+        // fields together, to two thirds of TextSize and no further.
+        QTest::newRow("numbers left at TextSize")
+            << QSize(552, 516) << 3 << 14.25 << 1; // 14 px a glyph
+        QTest::newRow("no floor at 552x516") << QSize(552, 516) << 2 << 448 / 39.0 << 2;
+        QTest::newRow("no floor at 480x800") << QSize(480, 800) << 2 << 732 / 39.0 << 3;
+        QTest::newRow("a floor under 11 px at 480x480") << QSize(480, 480) << 2 << 11.0 << 2;
+        QTest::newRow("width alone changes the size") << QSize(480, 516) << 2 << 448 / 39.0 << 2;
     }
 
     void readingRowsStandLevelAndWhole()
     {
         QFETCH(QSize, size);
         QFETCH(int, page);
+        QFETCH(double, drawn);
+        QFETCH(int, turns);
         QStringList book(140, QStringLiteral("春の野にすみれ摘みにと来し我ぞ野を"));
         std::fill(book.begin() + 14, book.begin() + 28,
                   QStringLiteral("春の野に\u2028す\u2029み\u0085れ\v摘\f\x01み"));
+        book[31] = book[0].repeated(3);
+        book[45] = QString(30, QChar(0x91CE));
         QVERIFY(writeBook(m_dir.filePath("long.txt"), book));
         w->readText(m_dir.filePath("long.txt"));
         for (int i = 0; i < 14; ++i)
             w->selection().setWhatPage(i, qint8(page));
         w->makePoetry();
         app->prefs.BshowNumber = true;
-        resize(size); // runs the appearance pass
-        w->grab();    // paints, and so lays out, what a reader would see
-        const auto text = shownRows(w->TextField1(), w), numbers = shownRows(w->noField(), w);
-        QVERIFY(text.size() == 17 && numbers.size() == 17);
+        resize(size);
+        app->setAppearance(); // the numbers shown at any size
+        w->grab();            // paints, and so lays out, what a reader would see
+        TextField *poem = w->TextField1(), *numbers = w->noField();
+        poem->verticalScrollBar()->setValue(poem->verticalScrollBar()->maximum());
+        const auto text = shownRows(poem, w), number = shownRows(numbers, w);
+        QVERIFY(text.size() == 17 && number.size() == 17);
         for (int row = 0; row < 17; ++row) {
-            QVERIFY2(qAbs(text[row][0] - numbers[row][0]) < 1, qPrintable(QString::number(row)));
-            QVERIFY(numbers[row][1] >= 0 && numbers[row][2] <= w->noField()->viewport()->width());
-            QVERIFY(text[row][2] <= w->TextField1()->viewport()->width());
+            QVERIFY2(qAbs(text[row].baseline - number[row].baseline) < 1,
+                     qPrintable(QString::number(row)));
+            QCOMPARE(text[row].rows, row == 3 ? turns : 1);
+            QVERIFY(number[row].left >= 0 && number[row].right <= numbers->viewport()->width());
+            QVERIFY(text[row].right <= poem->viewport()->width());
         }
-        QVERIFY(text[16][3] <= w->TextField1()->viewport()->height());
-        QCOMPARE(QFontInfo(w->TextField1()->font()).pixelSize(),
-                 qRound(w->TextField1()->TextSize()));
+        QVERIFY(text[16].bottom <= poem->viewport()->height());
+        QCOMPARE(poem->verticalScrollBar()->isVisible(), turns > 1);
+        QVERIFY(turns == 1 || text[3].turnedLeft > text[3].left);
+        poem->selectAll(); // a line turned over is still one line of the book
+        poem->copy();
+        QCOMPARE(QApplication::clipboard()->text().count('\n'), 16);
+        QVERIFY(qAbs(poem->drawnSize() - drawn) < 0.25);
+        QVERIFY(page == 9 ? numbers->drawnSize() < drawn
+                          : qAbs(numbers->drawnSize() - drawn) < 0.25);
     }
 
     void storedGeometryIsUsedWhileItCanBeReached()
