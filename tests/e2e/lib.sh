@@ -32,8 +32,7 @@ wait_until() { # wait_until SECONDS "what it waits for" CMD...: CMD again until 
 # (or none): prints the folder.
 install_program() {
   local dir
-  dir=$(mktemp -d)
-  cp "$PROGRAM" "$dir/verlis"
+  dir=$(mktemp -d) && cp "$PROGRAM" "$dir/verlis"
   [ -z "${1:-}" ] || cp "$1" "$dir/Verlis.txt"
   echo "$dir"
 }
@@ -44,10 +43,6 @@ wait_window() {
     timeout 5 xdotool search --onlyvisible --name "$1" 2>/dev/null | sed -n 1p || true
 }
 _visible() { timeout 5 xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
-activate() { # activate WINDOW "what it is"
-  timeout -k 2 10 xdotool windowactivate --sync "$1" >/dev/null 2>&1 ||
-    echo "gave up after 10 s waiting for $2 to be activated" >&2
-}
 
 # Starts the program and waits for its window; sets APP_PID and WIN. The
 # window manager's frame is waited for: before it, the window's position is
@@ -59,7 +54,7 @@ start_program() {
   [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
   wait_until 10 "the window manager's frame around window $WIN" _framed ||
     { fail "the window manager did not take window 詩篇"; return 1; }
-  activate "$WIN" "window 詩篇"
+  bounded 10 xdotool windowactivate --sync "$WIN" >/dev/null || true
   sleep 0.4
 }
 _framed() { timeout 5 xwininfo -tree -id "$WIN" | grep 'Parent window id:' | grep -vq 'the root window'; }
@@ -67,10 +62,8 @@ _framed() { timeout 5 xwininfo -tree -id "$WIN" | grep 'Parent window id:' | gre
 # Waits for the program to end and sets EXIT_STATUS. Call it alone in the
 # script's own shell, never inside $(...): only that shell can wait for it.
 wait_exit() {
-  if ! wait_until 15 "the program (pid $APP_PID) to end" _ended; then
-    kill -KILL "$APP_PID" 2>/dev/null || true
-    fail "the program did not end"
-  fi
+  wait_until 15 "the program (pid $APP_PID) to end" _ended ||
+    { kill -KILL "$APP_PID" 2>/dev/null || true; fail "the program did not end"; }
   EXIT_STATUS=0
   wait "$APP_PID" || EXIT_STATUS=$?
 }
