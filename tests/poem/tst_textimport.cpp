@@ -16,12 +16,6 @@ using namespace verlis;
 
 namespace {
 
-// Old and new kanji forms, two a line: the least a detector can go on.
-const QStringList KanjiPairs =
-    QStringLiteral("亞亜 惡悪 壓圧 圍囲 醫医 爲為 壹壱 隱隠 營営 榮栄 衞衛 驛駅 圓円 鹽塩 奧奥 "
-                   "應応 歐欧 毆殴 穩穏 假仮 價価 畫画 會会 壞壊 懷懐 繪絵 擴拡 殼殻")
-        .split(' ');
-
 // Empty when the encoder is missing or can't encode the text exactly.
 QByteArray encoded(const char *encoding, const QString &text)
 {
@@ -39,7 +33,10 @@ private slots:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QStringList>("lines");
-        const QStringList &pairs = KanjiPairs;
+        // Old and new kanji forms, two a line: the least a detector can go on.
+        const QStringList pairs = QStringLiteral("亞亜 惡悪 壓圧 圍囲 醫医 爲為 壹壱 隱隠 營営 榮栄 衞衛 驛駅 "
+                                                 "圓円 鹽塩 奧奥 應応 歐欧 毆殴 穩穏 假仮 價価 畫画 會会 "
+                                                 "壞壊 懷懐 繪絵 擴拡 殼殻").split(' ');
         QTest::newRow("utf-32be mark")
             << encoded("UTF-32BE", QChar(0xFEFF) + pairs.join('\n')) << pairs;
         // The detector calls these UTF-8, GB18030 or a Western code page.
@@ -109,9 +106,6 @@ private slots:
         QTest::addColumn<QStringList>("lines");
         QTest::newRow("sparse file") // zeros are no text: each shows as U+FFFD
             << QByteArray() << QStringList{QString(MaxLineLength, QChar::ReplacementCharacter)};
-        QTest::newRow("a line longer than the budget")
-            << QByteArray(ReadBudget + 1, 'x') + "\nlate\n"
-            << QStringList{QString(MaxLineLength, 'x')};
         QTest::newRow("utf-16 without line ends, a pair at the cut")
             << encoded("UTF-16LE", QChar(0xFEFF) + QString(MaxLineLength - 1, 'y') + "😀")
             << QStringList{QString(MaxLineLength - 1, 'y')};
