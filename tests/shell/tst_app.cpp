@@ -17,9 +17,7 @@ using namespace verlis;
 static bool syncFails = false;
 extern "C" int fdatasync(int fd)
 {
-    if (syncFails)
-        return errno = EIO, -1;
-    return int(syscall(SYS_fdatasync, fd));
+    return syncFails ? (errno = EIO, -1) : int(syscall(SYS_fdatasync, fd));
 }
 
 class TestApp_ : public QObject {
