@@ -7,7 +7,6 @@
 
 #include <chrono>
 #include <future>
-#include <memory>
 #include <thread>
 
 #include <sys/stat.h>
@@ -74,7 +73,6 @@ private slots:
         damaged("shift_jis, a cut character", "windows-31j", 5, kan + kan.left(1), "漢\uFFFD", book);
         damaged("shift_jis, 85 40", "windows-31j", 6, kan + "\x85\x40" + kan, "漢\uFFFD漢", book);
         damaged("shift_jis, a DEL", "windows-31j", 7, kan + "\x7F", "漢\uFFFD", book);
-        damaged("euc-jp, a cut character", "EUC-JP", 8, "\xB4\xC1\xB4", "漢\uFFFD", book);
         damaged("cp932, a long line cut in a character", "windows-31j", 9, "x" + kan.repeated(20000),
                 longText.left(MaxLineLength), book);
         damaged("mostly ascii utf-8, a long line cut in a character", "UTF-8", 9, "x" + xs.repeated(3),
@@ -138,12 +136,12 @@ private slots:
         for (const QString &path :
              {dir.filePath("missing.txt"), dir.path(), QStringLiteral("/dev/zero"), pipe}) {
             // Opening or reading a pipe could wait for ever: a thread of its own bounds the wait.
-            auto opened = std::make_shared<std::promise<bool>>();
-            std::future<bool> result = opened->get_future();
-            std::thread([opened, path] { opened->set_value(!readBookFile(path).isEmpty()); }).detach();
-            QVERIFY2(result.wait_for(std::chrono::seconds(10)) == std::future_status::ready,
+            std::packaged_task<bool()> read([path] { return readBookFile(path).isEmpty(); });
+            std::future<bool> empty = read.get_future();
+            std::thread(std::move(read)).detach();
+            QVERIFY2(empty.wait_for(std::chrono::seconds(10)) == std::future_status::ready,
                      qPrintable("reading blocked: " + path));
-            QVERIFY2(!result.get(), qPrintable(path));
+            QVERIFY2(empty.get(), qPrintable(path));
         }
     }
 };
