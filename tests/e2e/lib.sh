@@ -1,7 +1,6 @@
-# Helpers for the end-to-end tests: the real program in a real X server.
-# Sourced by the scripts; scripts/xsession.sh has set DISPLAY, HOME, TMPDIR
-# and the XDG folders, and takes away whatever the run leaves behind.
-# Every wait has a bound, and says what it was waiting for when it gives up.
+# Helpers for the end-to-end tests: the real program in a real X server. Sourced by the
+# scripts; scripts/xsession.sh has set DISPLAY, HOME, TMPDIR and the XDG folders, and takes
+# away whatever the run leaves behind. Every wait has a bound, and says what it waited for.
 set -euo pipefail
 
 PROGRAM=${1:?usage: $0 path/to/verlis}
@@ -28,8 +27,7 @@ wait_until() { # wait_until SECONDS "what it waits for" CMD...: CMD again until 
   done
 }
 
-# A copy of the program in a folder of its own, with the given book beside it
-# (or none): prints the folder.
+# Prints a new folder that holds a copy of the program and, if given, a book beside it.
 install_program() {
   local dir
   dir=$(mktemp -d) && cp "$PROGRAM" "$dir/verlis"
@@ -44,9 +42,8 @@ wait_window() {
 }
 _visible() { timeout 5 xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
 
-# Starts the program and waits for its window; sets APP_PID and WIN. The
-# window manager's frame is waited for: before it, the window's position is
-# the one asked for, not where it will stand.
+# Starts the program and waits for its window; sets APP_PID and WIN. It waits for the window
+# manager's frame: before it, the window stands where it asked to, not where it will stand.
 start_program() {
   "$1/verlis" &
   APP_PID=$!
@@ -71,9 +68,8 @@ _ended() { [[ $(cat "/proc/$APP_PID/stat" 2>/dev/null) != *") "[!Z]* ]]; } # gon
 
 keys() { bounded $((10 + $# / 4)) xdotool key --delay 15 "$@"; sleep 0.15; }
 
-# The reading page as the clipboard gets it after select all and copy. The
-# clipboard is emptied first and read until the copy has arrived, so that a
-# slow machine is waited for rather than misread.
+# The reading page as the clipboard gets it after select all and copy. The clipboard is emptied
+# first and read until the copy has arrived: a slow machine is waited for, not misread.
 copied_poem() {
   # xclip stays behind to serve the empty selection: keep it off our output.
   printf '' | timeout 5 xclip -selection clipboard >/dev/null 2>&1 ||
