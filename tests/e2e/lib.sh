@@ -1,7 +1,6 @@
-# Helpers for the end-to-end tests: the real program in a real X server.
-# Sourced by the scripts; scripts/xsession.sh has set DISPLAY, HOME, TMPDIR
-# and the XDG folders, and takes away whatever the run leaves behind.
-# Every wait has a bound, and says what it was waiting for when it gives up.
+# Helpers for the end-to-end tests: the real program in a real X server. Sourced by the
+# scripts; scripts/xsession.sh has set DISPLAY, HOME, TMPDIR and the XDG folders, and takes
+# away whatever the run leaves behind. Every wait has a bound, and says what it waited for.
 set -euo pipefail
 
 PROGRAM=${1:?usage: $0 path/to/verlis}
@@ -28,12 +27,10 @@ wait_until() { # wait_until SECONDS "what it waits for" CMD...: CMD again until 
   done
 }
 
-# A copy of the program in a folder of its own, with the given book beside it
-# (or none): prints the folder.
+# Prints a new folder that holds a copy of the program and, if given, a book beside it.
 install_program() {
   local dir
-  dir=$(mktemp -d)
-  cp "$PROGRAM" "$dir/verlis"
+  dir=$(mktemp -d) && cp "$PROGRAM" "$dir/verlis"
   [ -z "${1:-}" ] || cp "$1" "$dir/Verlis.txt"
   echo "$dir"
 }
@@ -44,14 +41,9 @@ wait_window() {
     timeout 5 xdotool search --onlyvisible --name "$1" 2>/dev/null | sed -n 1p || true
 }
 _visible() { timeout 5 xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
-activate() { # activate WINDOW "what it is"
-  timeout -k 2 10 xdotool windowactivate --sync "$1" >/dev/null 2>&1 ||
-    echo "gave up after 10 s waiting for $2 to be activated" >&2
-}
 
-# Starts the program and waits for its window; sets APP_PID and WIN. The
-# window manager's frame is waited for: before it, the window's position is
-# the one asked for, not where it will stand.
+# Starts the program and waits for its window; sets APP_PID and WIN. It waits for the window
+# manager's frame: before it, the window stands where it asked to, not where it will stand.
 start_program() {
   "$1/verlis" &
   APP_PID=$!
@@ -59,7 +51,7 @@ start_program() {
   [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
   wait_until 10 "the window manager's frame around window $WIN" _framed ||
     { fail "the window manager did not take window 詩篇"; return 1; }
-  activate "$WIN" "window 詩篇"
+  bounded 10 xdotool windowactivate --sync "$WIN" >/dev/null || true
   sleep 0.4
 }
 _framed() { timeout 5 xwininfo -tree -id "$WIN" | grep 'Parent window id:' | grep -vq 'the root window'; }
@@ -67,10 +59,8 @@ _framed() { timeout 5 xwininfo -tree -id "$WIN" | grep 'Parent window id:' | gre
 # Waits for the program to end and sets EXIT_STATUS. Call it alone in the
 # script's own shell, never inside $(...): only that shell can wait for it.
 wait_exit() {
-  if ! wait_until 15 "the program (pid $APP_PID) to end" _ended; then
-    kill -KILL "$APP_PID" 2>/dev/null || true
-    fail "the program did not end"
-  fi
+  wait_until 15 "the program (pid $APP_PID) to end" _ended ||
+    { kill -KILL "$APP_PID" 2>/dev/null || true; fail "the program did not end"; }
   EXIT_STATUS=0
   wait "$APP_PID" || EXIT_STATUS=$?
 }
@@ -78,9 +68,8 @@ _ended() { [[ $(cat "/proc/$APP_PID/stat" 2>/dev/null) != *") "[!Z]* ]]; } # gon
 
 keys() { bounded $((10 + $# / 4)) xdotool key --delay 15 "$@"; sleep 0.15; }
 
-# The reading page as the clipboard gets it after select all and copy. The
-# clipboard is emptied first and read until the copy has arrived, so that a
-# slow machine is waited for rather than misread.
+# The reading page as the clipboard gets it after select all and copy. The clipboard is emptied
+# first and read until the copy has arrived: a slow machine is waited for, not misread.
 copied_poem() {
   # xclip stays behind to serve the empty selection: keep it off our output.
   printf '' | timeout 5 xclip -selection clipboard >/dev/null 2>&1 ||

@@ -33,11 +33,10 @@ private:
     template <typename T>
     static std::optional<T> next(std::deque<std::optional<T>> &answers)
     {
-        std::optional<T> answer;
-        if (!answers.empty()) {
-            answer.swap(answers.front());
-            answers.pop_front();
-        }
+        if (answers.empty())
+            return std::nullopt;
+        const std::optional<T> answer = answers.front();
+        answers.pop_front();
         return answer;
     }
 };
@@ -69,15 +68,13 @@ struct TestApp {
 
     explicit TestApp(const QString &defaultBook = QString())
     {
-        const QStringList fonts{QStringLiteral("Alpha"), QStringLiteral("Beta"),
-                                QStringLiteral("Gamma")};
+        const QStringList fonts{"Alpha", "Beta", "Gamma"};
         verlis::Environment env{folder(), defaultBook, fonts, dialogs,
                                 [this](int status) { quits.append(status); }};
         app = std::make_unique<verlis::App>(std::move(env));
     }
 
     QString folder() const { return home.filePath(QStringLiteral("config")); }
-    QString prefsPath() const { return verlis::PreferencesFile(folder()).path(); }
 
     // Started on a book written into `dir`, its window on screen.
     static std::unique_ptr<TestApp> started(const QTemporaryDir &dir, const QStringList &book)
