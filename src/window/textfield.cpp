@@ -263,7 +263,8 @@ void TextField::leaderRowsChanged()
         blank.append(rows - 1);
     if (std::all_of(blank.cbegin(), blank.cend(), [](int n) { return n == 0; }))
         blank.clear();
-    if (blank != m_blankRows) {
+    // Not QList's own ==, which hands memcmp a null pointer for an empty list.
+    if (!std::ranges::equal(blank, m_blankRows)) {
         m_blankRows = blank;
         m_formatPending = true;
     }
