@@ -9,6 +9,7 @@ packages=(
   libqt6svg6              # the SVG icon: its icon engine and image plugin
   qt6-translations-l10n   # the toolkit's dialogs in Japanese
   libuchardet-dev
+  libxcb1-dev             # the X server's keyboard map, for the line keys
   libbenchmark-dev
   # make fuzz: clang with libFuzzer, and the symbolizer for readable crash reports
   clang libclang-rt-14-dev llvm-14
