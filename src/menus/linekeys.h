@@ -30,7 +30,7 @@ public:
     // Watches the keys of `window` and triggers the items of `bar`.
     LineKeys(MenuBar1 &bar, QWidget &window);
 
-    // The line item of a key on the top row, nothing for any other key.
+    // The line item of a key that carries a digit, nothing for any other key.
     static std::optional<Item> lineItem(const QKeyEvent &event);
 
 protected:

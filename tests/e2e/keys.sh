@@ -32,8 +32,10 @@ press 1 ctrl+shift 9 13; press -1 ctrl+alt 0 8; expect "lines 10 to 14 forwards 
 bounded 10 setxkbmap fr
 line_keys=(ampersand eacute quotedbl apostrophe parenleft minus egrave underscore ccedilla agrave u i o p)
 keys ctrl+bracketright; turn 1 {0..13}
-press 1 ctrl+shift 0 6; press -1 ctrl+alt 7 13; expect "French layout: Ctrl+Shift forwards, Ctrl+Alt back"
-press -1 ctrl+alt+shift 0 9; expect "French layout: back with the Shift that types the digits"
+press 1 ctrl+shift 0 6; press -1 ctrl+alt 7 13; press -1 ctrl+alt+shift 0 9; expect "French layout: Ctrl+Shift forwards, Ctrl+Alt back with Shift or without"
+# Programmer Dvorak: [ carries 7 and the key after 0 carries 8; Ctrl+[ stays all lines.
+bounded 10 setxkbmap us dvp; keys ctrl+alt+bracketleft ctrl+shift+exclam ctrl+bracketleft
+turn -1 6; turn 1 7; turn -1 {0..13}; expect "Programmer Dvorak: the keys that carry 7 and 8"
 
 keys ctrl+shift+r # every line in its place, and not all on one page (a chance of 1 in 10^13)
 random=$(copied_poem | grep -v '^$')
