@@ -12,7 +12,7 @@ sleep 0.4
 keys Down Down Down Return # 終了, Verlisについて..., 読み込み...
 dialog=$(wait_window 'ファイル選択')
 if [ -z "$dialog" ]; then fail "no open dialog titled ファイル選択"; else
-  bounded 10 xdotool windowactivate --sync "$dialog" >/dev/null || true
+  timeout -k 2 10 xdotool windowactivate --sync "$dialog" >/dev/null || true
   sleep 0.3
   bounded 20 xdotool type --delay 10 "$book"
   keys Return

@@ -51,7 +51,7 @@ start_program() {
   [ -n "$WIN" ] || { fail "no window 詩篇 appeared"; return 1; }
   wait_until 10 "the window manager's frame around window $WIN" _framed ||
     { fail "the window manager did not take window 詩篇"; return 1; }
-  bounded 10 xdotool windowactivate --sync "$WIN" >/dev/null || true
+  timeout -k 2 10 xdotool windowactivate --sync "$WIN" >/dev/null || true # the keys that follow tell
   sleep 0.4
 }
 _framed() { timeout 5 xwininfo -tree -id "$WIN" | grep 'Parent window id:' | grep -vq 'the root window'; }
