@@ -37,7 +37,7 @@ void installToolkitTranslations(QApplication &application)
 // renders it at several sizes) and the font list's first layout.
 class AfterFirstPaint final : public QObject {
 public:
-    AfterFirstPaint(App &app) : QObject(&app), m_app(app) {}
+    explicit AfterFirstPaint(App &app) : QObject(&app), m_app(app) {}
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
