@@ -2,7 +2,7 @@
 
 #include "menubar1.h"
 #include "menutable.h"
-#include "window/panelpage.h"
+#include "window/pagepanel.h"
 
 #include <QAction>
 
@@ -14,8 +14,8 @@ void EnableMenuItems(MenuBar1 &bar, int panelValue)
     for (const MenuEntry &entry : menuTree()) {
         if (entry.kind != ItemKind::Item && entry.kind != ItemKind::ArrayItem)
             continue;
-        const bool enabled = entry.usable == Usable::Always
-                             || (entry.usable == Usable::Reading && reading);
+        const bool enabled =
+            entry.usable == Usable::Always || (entry.usable == Usable::Reading && reading);
         for (QAction *item : bar.array(QString::fromUtf8(entry.name)))
             item->setEnabled(enabled);
     }

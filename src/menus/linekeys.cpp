@@ -42,8 +42,11 @@ std::optional<int> digitOnKey(const QKeyEvent &event)
         &free);
     if (!map)
         return std::nullopt;
-    // The core map lists two levels of the first group, then two of the second.
-    const int first = 2 * std::min(int(event.nativeModifiers() >> 13 & 3), 1);
+    // The core map lists two levels of the first group, then two of the second;
+    // the event's state holds the group in use in its bits 13 and 14.
+    constexpr int GroupShift = 13;
+    const int group = int(event.nativeModifiers() >> GroupShift & 3);
+    const int first = 2 * std::min(group, 1);
     const int count = xcb_get_keyboard_mapping_keysyms_length(map.get());
     const xcb_keysym_t *symbols = xcb_get_keyboard_mapping_keysyms(map.get());
     for (int i = first; i < std::min(first + 2, count); ++i)
@@ -65,7 +68,8 @@ std::optional<LineKeys::Item> LineKeys::lineItem(const QKeyEvent &event)
 {
     const quint32 code = event.nativeScanCode();
     const Qt::KeyboardModifiers modifiers = event.modifiers();
-    const Qt::KeyboardModifiers others = Qt::MetaModifier | Qt::GroupSwitchModifier; // AltGr is no Alt
+    const Qt::KeyboardModifiers others =
+        Qt::MetaModifier | Qt::GroupSwitchModifier; // AltGr is no Alt
     if (!(modifiers & Qt::ControlModifier) || (modifiers & others))
         return std::nullopt;
     const bool back = modifiers & Qt::AltModifier;

@@ -8,6 +8,13 @@
 
 namespace verlis {
 
+namespace {
+
+// The poem's size is a 26th of its field's height: seventeen rows with room between them.
+constexpr double FieldHeightPerTextSize = 26.0;
+
+} // namespace
+
 void App::setAppearance()
 {
     mainWindow &w = *m_window;
@@ -20,7 +27,7 @@ void App::setAppearance()
     }
     // The reading page's text follows the height of its field, not mainSize.
     TextStyle fieldStyle = labelStyle;
-    fieldStyle.TextSize = float(double(w.TextField1()->height()) / 26.0);
+    fieldStyle.TextSize = float(double(w.TextField1()->height()) / FieldHeightPerTextSize);
     w.TextField1()->setTextStyle(fieldStyle);
     w.noField()->setTextStyle(fieldStyle);
     w.TextField1()->setColors(prefs.ColorText, prefs.ColorBack);

@@ -11,7 +11,6 @@ namespace verlis {
 
 namespace {
 
-constexpr Color IdleGrey = 0xBFBFBF;
 constexpr QRect PanelRect(12, 10, 528, 496);
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "label.h"
 #include "listbox.h"
 #include "pagepanel.h"
-#include "panelpage.h"
 #include "poem/book.h"
 #include "poem/selection.h"
 #include "settings/preferences.h"
@@ -108,6 +107,9 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    // The arrows and page numbers of the label page when the pointer is elsewhere.
+    static constexpr Color IdleGrey = 0xBFBFBF;
+
     struct Placed {
         QWidget *control;
         QRect declared; // in client coordinates at the design size

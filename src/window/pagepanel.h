@@ -4,6 +4,9 @@
 
 namespace verlis {
 
+// The pages of the window's panel, as against the pages of the Poem book.
+enum PanelPage { ImportPage = 0, LabelPage = 1, ReadingPage = 2 };
+
 // The pages of the window; Value is the page showing.
 class PagePanel : public QStackedWidget {
     Q_OBJECT

@@ -5,8 +5,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
-#include <QLabel>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QShortcut>
 

@@ -36,8 +36,8 @@ QString TextField::shownRow(QString row)
 {
     for (QChar &c : row) {
         const auto category = c.category();
-        if ((category == QChar::Other_Control && c != QLatin1Char('\t'))
-            || category == QChar::Separator_Line || category == QChar::Separator_Paragraph)
+        if ((category == QChar::Other_Control && c != QLatin1Char('\t')) ||
+            category == QChar::Separator_Line || category == QChar::Separator_Paragraph)
             c = QLatin1Char(' ');
     }
     return row;
@@ -120,8 +120,8 @@ void TextField::setTextStyle(const TextStyle &style)
 {
     if (style == m_style)
         return;
-    const bool sameFace = style.TextFont == m_style.TextFont && style.Bold == m_style.Bold
-                          && style.Italic == m_style.Italic;
+    const bool sameFace = style.TextFont == m_style.TextFont && style.Bold == m_style.Bold &&
+                          style.Italic == m_style.Italic;
     m_style = style;
     if (!sameFace)
         m_widestPerPixel = -1; // measured again with the new face

@@ -1,9 +1,9 @@
 // The import page: reading a book into the Poem book and its table.
 #include "mainwindow.h"
 
-#include "poem/textimport.h"
 #include "dialogs.h"
 #include "filetypes.h"
+#include "poem/textimport.h"
 
 #include <QPushButton>
 

@@ -1,12 +1,10 @@
 // The labels of the label page that answer to the pointer.
 #include "mainwindow.h"
 
-
 namespace verlis {
 
 namespace {
 
-constexpr Color IdleGrey = 0xBFBFBF;
 constexpr Color HoverBlack = 0x000000;
 
 } // namespace

@@ -39,9 +39,8 @@ QRect mainWindow::placeClientOnScreens(const QRect &client, FramePlacement place
         areas.append(screen->availableGeometry());
     // Menu bar and, once known, the window manager's frame around the client area.
     const QSize extra = frameGeometry().size() - m_client->size();
-    const QRect frame =
-        placement(QRect(client.topLeft(), client.size() + extra), areas,
-                  QSize(WindowLimits.minWidth, WindowLimits.minHeight) + extra);
+    const QRect frame = placement(QRect(client.topLeft(), client.size() + extra), areas,
+                                  QSize(WindowLimits.minWidth, WindowLimits.minHeight) + extra);
     return QRect(frame.topLeft(), frame.size() - extra);
 }
 
