@@ -5,8 +5,12 @@ PRESET    ?= dev
 BUILD_DIR := build/$(PRESET)
 STAMPS    := build/stamps
 NPROC     := $(shell nproc 2>/dev/null || echo 2)
+# The C++ sources that the formatter and the checks look at.
+SOURCES    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*.h' \
+                 'bench/*.cpp' 'bench/*.h' 'fuzz/*.cpp' 'fuzz/*.h')
 
-.PHONY: all run test test-asan bench fuzz deps program build package clean
+.PHONY: all run test test-asan bench fuzz deps program build package clean \
+        format check-format tidy
 
 all: build
 
@@ -27,9 +31,12 @@ program: $(BUILD_DIR)/CMakeCache.txt
 build: $(BUILD_DIR)/CMakeCache.txt
 	cmake --build $(BUILD_DIR) -j $(NPROC)
 
-run: program
-	$(BUILD_DIR)/verlis
+# A user's build: optimised, and a new compiler's warning never stops it.
+run:
+	$(MAKE) program PRESET=release
+	build/release/verlis
 
+# The project's own checks build with warnings as errors.
 test: $(STAMPS)/test
 	$(MAKE) build
 	ctest --test-dir $(BUILD_DIR) --output-on-failure
@@ -56,6 +63,18 @@ fuzz: $(STAMPS)/fuzz
 package: $(STAMPS)/package
 	$(MAKE) program PRESET=release
 	cd build/release && cpack
+
+format: $(STAMPS)/format
+	@clang-format -i $(SOURCES)
+
+# Fails on any difference from the house format, and names the files.
+check-format: $(STAMPS)/format
+	@clang-format --dry-run -Werror $(SOURCES)
+
+# The checks of .clang-tidy over src, on the dev build's compile commands.
+tidy: $(STAMPS)/tidy $(BUILD_DIR)/CMakeCache.txt
+	cmake --build $(BUILD_DIR) --target buildyear
+	run-clang-tidy -quiet -j $(NPROC) -p $(BUILD_DIR) '$(CURDIR)/src/.*\.cpp$$'
 
 clean:
 	rm -rf build

@@ -118,9 +118,9 @@ void liveResize(benchmark::State &state)
                             516 + (900 - 516) * step / Steps);
         QApplication::processEvents();
         page->repaint();
-        times.push_back(std::chrono::duration<double, std::milli>(
-                            std::chrono::steady_clock::now() - start)
-                            .count());
+        times.push_back(
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+                .count());
         step = (step + 1) % (Steps + 1);
     }
     std::sort(times.begin(), times.end());

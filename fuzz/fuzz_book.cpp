@@ -46,8 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
         return line.size() < verlis::MaxLineLength;
     });
     const QByteArray extra = longLine(bytes);
-    if (uncut && !extra.isEmpty() && lines.size() < verlis::MaxBookLines
-        && !QStringConverter::encodingForData(bytes)) {
+    if (uncut && !extra.isEmpty() && lines.size() < verlis::MaxBookLines &&
+        !QStringConverter::encodingForData(bytes)) {
         const QStringList longer = verlis::decodeBookBytes(bytes + "\n" + extra);
         check(longer.mid(0, lines.size()) == lines, "a long line changed the lines before it");
     }

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a job needs: scripts/install-deps.sh JOB...
-# with JOB one of run, test, bench, fuzz, package. Only what is missing is
-# installed, so a second run costs one dpkg query a package. An entry a|b is
-# met by any of its packages, and brings the first where none is there.
+# with JOB one of run, test, bench, fuzz, package, format, tidy. Only what is
+# missing is installed, so a second run costs one dpkg query a package. An
+# entry a|b is met by any of its packages, and brings the first where none is.
 set -euo pipefail
 
 run=(
@@ -13,8 +13,10 @@ run=(
   qt6-translations-l10n   # the toolkit's dialogs in Japanese
   "fonts-vlgothic|fonts-noto-cjk|fonts-ipafont-gothic|fonts-takao-gothic" # Japanese text
 )
+format=(clang-format)
+tidy=("${run[@]}" clang-tidy)
 test=(
-  "${run[@]}"
+  "${run[@]}" "${format[@]}"
   # a real X server with a window manager, real keys, layouts and the clipboard
   xvfb openbox xdotool xclip x11-utils x11-xkb-utils xkb-data imagemagick
   fonts-noto-cjk
@@ -28,11 +30,11 @@ package=("${run[@]}" dpkg-dev file lintian)
 
 installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
 
-[ $# -gt 0 ] || { echo "usage: $0 run|test|bench|fuzz|package..." >&2; exit 2; }
+[ $# -gt 0 ] || { echo "usage: $0 run|test|bench|fuzz|package|format|tidy..." >&2; exit 2; }
 wanted=()
 for job in "$@"; do
   case $job in
-    run | test | bench | fuzz | package) declare -n list=$job; wanted+=("${list[@]}") ;;
+    run | test | bench | fuzz | package | format | tidy) declare -n list=$job; wanted+=("${list[@]}") ;;
     *) echo "$0: no job named $job" >&2; exit 2 ;;
   esac
 done

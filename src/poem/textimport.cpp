@@ -43,7 +43,9 @@ public:
         bool cut = false;
     };
 
-    LineCollector(qsizetype maxLength, qsizetype budget) : m_maxLength(maxLength), m_budget(budget) {}
+    LineCollector(qsizetype maxLength, qsizetype budget) : m_maxLength(maxLength), m_budget(budget)
+    {
+    }
 
     // Returns true once nothing more is needed: MaxBookLines lines held, or
     // the budget spent.
@@ -60,7 +62,8 @@ public:
                     ++at;
                 continue;
             }
-            const auto *end = std::find_if(data + at, data + size, isLineEnd<std::remove_cvref_t<decltype(*data)>>);
+            const auto *end = std::find_if(data + at, data + size,
+                                           isLineEnd<std::remove_cvref_t<decltype(*data)>>);
             const qsizetype length = end - (data + at);
             keep(chunk, at, length);
             at += length;
@@ -140,13 +143,14 @@ QByteArray decoderName(const QString &detected)
 // and the control characters that have no place in a line.
 bool isFault(char16_t c)
 {
-    return c == 0xFFFD || c == IcuSubstitute.unicode() || (c < 0x20 && c != '\t' && c != '\n')
-           || c == 0x7F;
+    return c == 0xFFFD || c == IcuSubstitute.unicode() || (c < 0x20 && c != '\t' && c != '\n') ||
+           c == 0x7F;
 }
 
 bool isKanji(char16_t c)
 {
-    return (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x4E00 && c <= 0x9FFF) || (c >= 0xF900 && c <= 0xFAFF);
+    return (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x4E00 && c <= 0x9FFF) ||
+           (c >= 0xF900 && c <= 0xFAFF);
 }
 
 bool isKana(char16_t c) // with the Japanese punctuation and full-width forms
@@ -233,8 +237,8 @@ QByteArray chooseEncoding(const QByteArray &sample)
     if (utf8.faults == 0)
         return "UTF-8";
     const QByteArray detected = decoderName(detectedEncodingName(sample));
-    if (!detected.isEmpty() && detected.compare("UTF-8", Qt::CaseInsensitive) != 0
-        && QStringDecoder(detected.constData()).isValid())
+    if (!detected.isEmpty() && detected.compare("UTF-8", Qt::CaseInsensitive) != 0 &&
+        QStringDecoder(detected.constData()).isValid())
         return detected;
     return "UTF-8";
 }
@@ -306,8 +310,9 @@ QByteArray nextChunk(QIODevice &device, qsizetype most)
 QStringList readWide(QStringConverter::Encoding encoding, QIODevice &device, QByteArray chunk)
 {
     QStringDecoder decoder(encoding); // skips the byte-order mark itself
-    const qsizetype unitBytes = encoding == QStringConverter::Utf16 || encoding == QStringConverter::Utf16LE
-                                        || encoding == QStringConverter::Utf16BE
+    const qsizetype unitBytes = encoding == QStringConverter::Utf16 ||
+                                        encoding == QStringConverter::Utf16LE ||
+                                        encoding == QStringConverter::Utf16BE
                                     ? 2
                                     : 4;
     // One more than kept, so that a cut never leaves half a surrogate pair.

@@ -64,8 +64,8 @@ bool PreferencesFile::write(const Preferences &prefs) const
 bool PreferencesFile::writeInPlace(const QString &target, const QByteArray &record)
 {
     QFile out(target);
-    return out.open(QIODevice::ReadWrite) && out.write(record) == record.size() && out.flush()
-           && out.resize(record.size()) && ::fdatasync(out.handle()) == 0;
+    return out.open(QIODevice::ReadWrite) && out.write(record) == record.size() && out.flush() &&
+           out.resize(record.size()) && ::fdatasync(out.handle()) == 0;
 }
 
 } // namespace verlis

@@ -1,8 +1,8 @@
 #include "startup.h"
 
-#include "signals.h"
 #include "menus/runtimemenus.h"
 #include "menus/version.h"
+#include "signals.h"
 #include "window/mainwindow.h"
 
 #include <QApplication>
@@ -45,7 +45,8 @@ protected:
         if (event->type() == QEvent::Expose) {
             watched->removeEventFilter(this);
             // Queued: the expose is drawn first.
-            QMetaObject::invokeMethod(this, [this] { run(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this] { run(); }, Qt::QueuedConnection);
         }
         return false;
     }

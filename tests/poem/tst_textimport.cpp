@@ -33,9 +33,11 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QStringList>("lines");
         // Old and new kanji forms, two a line: the least a detector can go on.
-        const QStringList pairs = QStringLiteral("亞亜 惡悪 壓圧 圍囲 醫医 爲為 壹壱 隱隠 營営 榮栄 衞衛 驛駅 "
-                                                 "圓円 鹽塩 奧奥 應応 歐欧 毆殴 穩穏 假仮 價価 畫画 會会 "
-                                                 "壞壊 懷懐 繪絵 擴拡 殼殻").split(' ');
+        const QStringList pairs =
+            QStringLiteral("亞亜 惡悪 壓圧 圍囲 醫医 爲為 壹壱 隱隠 營営 榮栄 衞衛 驛駅 "
+                           "圓円 鹽塩 奧奥 應応 歐欧 毆殴 穩穏 假仮 價価 畫画 會会 "
+                           "壞壊 懷懐 繪絵 擴拡 殼殻")
+                .split(' ');
         QTest::newRow("utf-32be mark")
             << encoded("UTF-32BE", QChar(0xFEFF) + pairs.join('\n')) << pairs;
         // The detector calls these UTF-8, GB18030 or a Western code page.
@@ -58,31 +60,37 @@ private slots:
         for (int i = 1; i <= 140; ++i)
             book << QStringLiteral("第%1行　春の野に菫摘みにと").arg(i);
         const auto damaged = [](const char *name, const char *encoding, int line,
-                                const QByteArray &bytes, const QString &shown, QStringList book) {
+                                const QByteArray &bytes, const QString &shown, QStringList lines) {
             QByteArray all;
             for (int i = 0; i < 140; ++i)
-                all += (i == line ? bytes : encoded(encoding, book[i])) + "\r\n";
-            book[line] = shown;
-            QTest::newRow(name) << all << book;
+                all += (i == line ? bytes : encoded(encoding, lines[i])) + "\r\n";
+            lines[line] = shown;
+            QTest::newRow(name) << all << lines;
         };
         const QByteArray kan = encoded("windows-31j", QStringLiteral("漢"));
         const QString x = QStringLiteral("x"), longText = x + QString(MaxLineLength, QChar(0x6F22));
         QStringList cafes(140, QStringLiteral("at the inn")); // one é in the whole book
         cafes[0] = QStringLiteral("au café");
-        const QByteArray xs = QByteArray(16382, 'x') + "\xC3\xA9"; // after "x": é across 16 and 32 KiB
-        damaged("shift_jis, a cut character", "windows-31j", 5, kan + kan.left(1), "漢\uFFFD", book);
+        const QByteArray xs =
+            QByteArray(16382, 'x') + "\xC3\xA9"; // after "x": é across 16 and 32 KiB
+        damaged("shift_jis, a cut character", "windows-31j", 5, kan + kan.left(1), "漢\uFFFD",
+                book);
         damaged("shift_jis, 85 40", "windows-31j", 6, kan + "\x85\x40" + kan, "漢\uFFFD漢", book);
         damaged("shift_jis, a DEL", "windows-31j", 7, kan + "\x7F", "漢\uFFFD", book);
-        damaged("cp932, a long line cut in a character", "windows-31j", 9, "x" + kan.repeated(20000),
-                longText.left(MaxLineLength), book);
-        damaged("mostly ascii utf-8, a long line cut in a character", "UTF-8", 9, "x" + xs.repeated(3),
-                QString(MaxLineLength, 'x'), cafes);
-        QTest::newRow("4 MiB of blank lines first") << QByteArray(ReadBudget, '\n') + book.join('\n').toUtf8() << book;
+        damaged("cp932, a long line cut in a character", "windows-31j", 9,
+                "x" + kan.repeated(20000), longText.left(MaxLineLength), book);
+        damaged("mostly ascii utf-8, a long line cut in a character", "UTF-8", 9,
+                "x" + xs.repeated(3), QString(MaxLineLength, 'x'), cafes);
+        QTest::newRow("4 MiB of blank lines first")
+            << QByteArray(ReadBudget, '\n') + book.join('\n').toUtf8() << book;
         const QString halfWidth = QStringLiteral("ﾊﾙﾉﾉﾆ ｽﾐﾚﾂﾐﾆﾄ");
         QTest::newRow("shift_jis in half-width katakana")
-            << encoded("Shift_JIS", QStringList(14, halfWidth).join('\n')) << QStringList(14, halfWidth);
+            << encoded("Shift_JIS", QStringList(14, halfWidth).join('\n'))
+            << QStringList(14, halfWidth);
         QTest::newRow("utf-16, lone and reversed surrogates")
-            << "\xFF\xFE" + QByteArray("a\0\0\xD8" "b\0\n\0\0\xDC\0\xD8", 12)
+            << "\xFF\xFE" + QByteArray("a\0\0\xD8"
+                                       "b\0\n\0\0\xDC\0\xD8",
+                                       12)
             << QStringList{"a\uFFFDb", "\uFFFD\uFFFD"};
         QTest::newRow("lone cr, crlf, blank lines, spaces")
             << QByteArray("\r\n\na\rb\r\n\r\n  \n\t\n\nc")

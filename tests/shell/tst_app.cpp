@@ -69,9 +69,12 @@ private slots:
         QTest::addColumn<bool>("saved");
         QTest::newRow("longer than any record") << "file" << QByteArray(400, 'x') << true;
         QTest::newRow("a link to a record") << "link" << QByteArray(80, '\0') << true;
-        QTest::newRow("a folder that takes no new file") << "read-only" << QByteArray(80, 'x') << true;
-        QTest::newRow("a sync that fails keeps the record") << "no sync" << QByteArray(80, 'x') << false;
-        QTest::newRow("a write that fails keeps the record") << "full disk" << QByteArray(80, 'x') << false;
+        QTest::newRow("a folder that takes no new file")
+            << "read-only" << QByteArray(80, 'x') << true;
+        QTest::newRow("a sync that fails keeps the record")
+            << "no sync" << QByteArray(80, 'x') << false;
+        QTest::newRow("a write that fails keeps the record")
+            << "full disk" << QByteArray(80, 'x') << false;
         QTest::newRow("a file in the folder's place") << "no folder" << QByteArray() << false;
         QTest::newRow("a pipe in its place") << "pipe" << QByteArray() << false;
     }
@@ -98,7 +101,8 @@ private slots:
         data.close();
         QVERIFY(kind != "link" || QFile::link(data.fileName(), file));
         t.app->Event_Open();
-        QVERIFY(kind != "read-only" || QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        QVERIFY(kind != "read-only" ||
+                QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
         rlimit fileSize{};
         QCOMPARE(getrlimit(RLIMIT_FSIZE, &fileSize), 0);
         const rlimit full{10, fileSize.rlim_max}; // as a full disk, writes fail past 10 bytes

@@ -1,5 +1,5 @@
-#include "windowtest.h"
 #include "window/screenfit.h"
+#include "windowtest.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
@@ -200,13 +200,13 @@ private slots:
         // Two screens side by side, the second lower.
         const QList<QRect> areas{QRect(0, 0, 1600, 1200), QRect(1600, 0, 1920, 1080)};
         const QRect cases[][2] = {
-            {QRect(-452, 100, 552, 600), QRect(-452, 100, 552, 600)},   // 100 px of title left
-            {QRect(-453, 100, 552, 600), QRect(0, 100, 552, 600)},      // 99 px: moved in
-            {QRect(3420, 100, 552, 600), QRect(3420, 100, 552, 600)},   // overhang right
-            {QRect(300, -1, 552, 600), QRect(300, 0, 552, 600)},        // title above the top
-            {QRect(300, 1179, 552, 600), QRect(300, 1179, 552, 600)},   // overhang bottom
-            {QRect(3000, 1080, 552, 600), QRect(2968, 480, 552, 600)},  // below the second
-            {QRect(100, 100, 552, 1300), QRect(100, 0, 552, 1200)},     // taller than its screen
+            {QRect(-452, 100, 552, 600), QRect(-452, 100, 552, 600)},  // 100 px of title left
+            {QRect(-453, 100, 552, 600), QRect(0, 100, 552, 600)},     // 99 px: moved in
+            {QRect(3420, 100, 552, 600), QRect(3420, 100, 552, 600)},  // overhang right
+            {QRect(300, -1, 552, 600), QRect(300, 0, 552, 600)},       // title above the top
+            {QRect(300, 1179, 552, 600), QRect(300, 1179, 552, 600)},  // overhang bottom
+            {QRect(3000, 1080, 552, 600), QRect(2968, 480, 552, 600)}, // below the second
+            {QRect(100, 100, 552, 1300), QRect(100, 0, 552, 1200)},    // taller than its screen
             {QRect(-975, -1451, 25772, 26894), QRect(1600, 0, 1920, 1080)}}; // larger, off
         for (const auto &[stored, placed] : cases)
             QCOMPARE(placeFrameOnScreens(stored, areas, QSize(480, 480)), placed);
