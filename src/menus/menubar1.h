@@ -33,6 +33,7 @@ public:
     QAction *installClone(const QString &name);
 
     void addMenuHandler(const QString &name, const Handler &handler);
+    QStringList handlerNames() const { return m_handlers.keys(); }
 
     static int Index(const QAction *item);
     static QString Text(const QAction *item);

@@ -55,10 +55,10 @@ App::App(Environment environment)
     m_commands = new MenuCommands(prefs, versionData(), *m_window, *m_menuBar, *m_env.dialogs);
     m_commands->AddMenuHandlers();
     m_menuBar->addMenuHandler(QStringLiteral("MClose"), [this](int) { return _MClose_Action(); });
+    // The window's close ends the run, so quitting is closing it.
+    m_menuBar->addMenuHandler(QStringLiteral("FileQuit"), [this](int) { return _MClose_Action(); });
     new LineKeys(*m_menuBar, *m_window);
 
-    connect(m_menuBar->item(QStringLiteral("FileQuit")), &QAction::triggered, m_window.get(),
-            &QWidget::close);
     connect(m_menuBar, &MenuBar1::menuAboutToShow, this, &App::updateEnabling);
     connect(m_window.get(), &mainWindow::panelPageChanged, this, &App::updateEnabling);
     connect(m_window.get(), &mainWindow::appearanceWanted, this, &App::setAppearance);

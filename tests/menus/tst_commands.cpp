@@ -1,4 +1,5 @@
 #include "menus/commands.h"
+#include "menus/menutable.h"
 #include "windowtest.h"
 
 #include <QApplication>
@@ -15,6 +16,21 @@ class TestCommands : public WindowTest {
     bool onImportPage() const { return w->PagePanel1()->Value() == mainWindow::ImportPage; }
 
 private slots:
+    // A name typed wrong in the table or in a binding leaves an item dead.
+    void everyItemWithACommandHasItsHandler()
+    {
+        QStringList items{"fontLarger", "fontSmaller"}; // commands with no item
+        for (const MenuEntry &entry : menuTree()) {
+            const bool command = entry.kind == ItemKind::Item || entry.kind == ItemKind::ArrayItem;
+            if (command && entry.usable != Usable::Never)
+                items << QString::fromUtf8(entry.name);
+        }
+        QStringList bound = bar().handlerNames();
+        items.sort();
+        bound.sort();
+        QCOMPARE(bound, items);
+    }
+
     void generateCommands_data()
     {
         QTest::addColumn<QString>("item"); // and the index of an item of an array
@@ -43,14 +59,18 @@ private slots:
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("modifiers");
-        QTest::addColumn<int>("code"); // the key's place, 10 to 19 the top row; no X keyboard map here
+        QTest::addColumn<int>(
+            "code"); // the key's place, 10 to 19 the top row; no X keyboard map here
         QTest::addColumn<int>("line"); // turned by `step`, or -1: none
         QTest::addColumn<int>("step");
         const int ctrl = Qt::ControlModifier, shift = Qt::ShiftModifier, alt = Qt::AltModifier;
         QTest::newRow("AZERTY & back") << int(Qt::Key_Ampersand) << ctrl + alt << 10 << 0 << -1;
-        QTest::newRow("AZERTY 0 back with Shift") << int(Qt::Key_0) << ctrl + alt + shift << 19 << 9 << -1;
+        QTest::newRow("AZERTY 0 back with Shift")
+            << int(Qt::Key_0) << ctrl + alt + shift << 19 << 9 << -1;
         QTest::newRow("a digit by its symbol") << int(Qt::Key_7) << ctrl + shift << 10 << 6 << 1;
-        QTest::newRow("AltGr is no Alt") << int(Qt::Key_BraceLeft) << ctrl + shift + int(Qt::GroupSwitchModifier) << 14 << -1 << 0;
+        QTest::newRow("AltGr is no Alt")
+            << int(Qt::Key_BraceLeft) << ctrl + shift + int(Qt::GroupSwitchModifier) << 14 << -1
+            << 0;
         QTest::newRow("Ctrl alone") << int(Qt::Key_1) << ctrl << 10 << -1 << 0;
     }
     void lineKeysByTheKeyPressed()
