@@ -1,7 +1,8 @@
-#include "windowtest.h"
 #include "window/screenfit.h"
+#include "windowtest.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QScrollBar>
@@ -111,6 +112,10 @@ private slots:
         w->readText(m_dir.filePath("missing.txt"));
         QCOMPARE(w->DefaultListbox()->ListCount(), 0);
         QVERIFY(!w->makePBtn()->isEnabled());
+        // The third heading, blank on screen, is named for a screen reader (child 0: the corner).
+        QCOMPARE(w->DefaultListbox()->horizontalHeaderItem(2)->text(), QString(" "));
+        QAccessibleInterface *table = QAccessible::queryAccessibleInterface(w->DefaultListbox());
+        QCOMPARE(table->child(3)->text(QAccessible::Name), QString("本文"));
     }
 
     void appearanceReachesEveryLineAndTheFocus()
@@ -200,13 +205,13 @@ private slots:
         // Two screens side by side, the second lower.
         const QList<QRect> areas{QRect(0, 0, 1600, 1200), QRect(1600, 0, 1920, 1080)};
         const QRect cases[][2] = {
-            {QRect(-452, 100, 552, 600), QRect(-452, 100, 552, 600)},   // 100 px of title left
-            {QRect(-453, 100, 552, 600), QRect(0, 100, 552, 600)},      // 99 px: moved in
-            {QRect(3420, 100, 552, 600), QRect(3420, 100, 552, 600)},   // overhang right
-            {QRect(300, -1, 552, 600), QRect(300, 0, 552, 600)},        // title above the top
-            {QRect(300, 1179, 552, 600), QRect(300, 1179, 552, 600)},   // overhang bottom
-            {QRect(3000, 1080, 552, 600), QRect(2968, 480, 552, 600)},  // below the second
-            {QRect(100, 100, 552, 1300), QRect(100, 0, 552, 1200)},     // taller than its screen
+            {QRect(-452, 100, 552, 600), QRect(-452, 100, 552, 600)},  // 100 px of title left
+            {QRect(-453, 100, 552, 600), QRect(0, 100, 552, 600)},     // 99 px: moved in
+            {QRect(3420, 100, 552, 600), QRect(3420, 100, 552, 600)},  // overhang right
+            {QRect(300, -1, 552, 600), QRect(300, 0, 552, 600)},       // title above the top
+            {QRect(300, 1179, 552, 600), QRect(300, 1179, 552, 600)},  // overhang bottom
+            {QRect(3000, 1080, 552, 600), QRect(2968, 480, 552, 600)}, // below the second
+            {QRect(100, 100, 552, 1300), QRect(100, 0, 552, 1200)},    // taller than its screen
             {QRect(-975, -1451, 25772, 26894), QRect(1600, 0, 1920, 1080)}}; // larger, off
         for (const auto &[stored, placed] : cases)
             QCOMPARE(placeFrameOnScreens(stored, areas, QSize(480, 480)), placed);
