@@ -59,10 +59,18 @@ fuzz: $(STAMPS)/fuzz
 	fuzz/run.sh build/fuzz $(FUZZ_SECONDS)
 
 # The Debian package, from the hardened release build:
-# build/release/verlis_<version>_amd64.deb
+# build/release/verlis_<version>_amd64.deb, checked by lintian. Every time
+# that the build and the archive record is the last commit's (outside a git
+# checkout, the change log's last entry's, as Debian takes it), so that two
+# builds of one source give the same bytes. The release build installs what
+# was built, no more: the package waits for no test being compiled.
+package: export SOURCE_DATE_EPOCH ?= $(shell $(if $(wildcard .git),git log -1 --format=%ct,\
+	date -d "$$(sed -n 's/^ -- .*>  //p' data/changelog.in | head -n 1)" +%s))
 package: $(STAMPS)/package
 	$(MAKE) program PRESET=release
+	rm -f build/release/*.deb
 	cd build/release && cpack
+	lintian --pedantic --fail-on error,warning build/release/*.deb
 
 format: $(STAMPS)/format
 	@clang-format -i $(SOURCES)

@@ -25,6 +25,13 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${VERLIS_APP_ID}.metainfo.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES data/verlis.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
         RENAME ${VERLIS_APP_ID}.svg)
+# The drawing's fixed sizes, rendered once by scripts/make-icons.sh.
+file(GLOB icon_sizes RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}/data/icons
+     ${CMAKE_CURRENT_SOURCE_DIR}/data/icons/*)
+foreach(size IN LISTS icon_sizes)
+  install(FILES data/icons/${size}/verlis.png
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}/apps RENAME ${VERLIS_APP_ID}.png)
+endforeach()
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/verlis.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES data/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/verlis)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/verlis)

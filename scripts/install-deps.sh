@@ -7,7 +7,7 @@ set -euo pipefail
 
 run=(
   build-essential cmake pkg-config
-  qt6-base-dev libgl-dev libuchardet-dev
+  qt6-base-dev libuchardet-dev # the toolkit's package brings the OpenGL headers its Gui module wants
   libxcb1-dev             # the X server's keyboard map, for the line keys
   libqt6svg6              # the SVG icon: its icon engine and image plugin
   qt6-translations-l10n   # the toolkit's dialogs in Japanese
@@ -18,7 +18,7 @@ tidy=("${run[@]}" clang-tidy)
 test=(
   "${run[@]}" "${format[@]}"
   # a real X server with a window manager, real keys, layouts and the clipboard
-  xvfb openbox xdotool xclip x11-utils x11-xkb-utils xkb-data imagemagick
+  xvfb openbox xdotool xclip x11-utils x11-xkb-utils xkb-data
   fonts-noto-cjk
   # the install and package checks
   desktop-file-utils appstream lintian dpkg-dev file binutils
@@ -26,6 +26,8 @@ test=(
 bench=("${run[@]}" libbenchmark-dev xvfb openbox xdotool x11-utils)
 # clang with libFuzzer, and the symbolizer for readable crash reports
 fuzz=("${run[@]}" clang libclang-rt-14-dev llvm-14)
+# the libraries' packages (dpkg-shlibdeps, which looks at the files with
+# file), and the package's check
 package=("${run[@]}" dpkg-dev file lintian)
 
 installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }

@@ -9,8 +9,26 @@
 
 namespace verlis {
 
-void makeFontMenu(MenuBar1 &bar, const QStringList &families)
+namespace {
+
+// The toolkit tells apart the makers of one family with a tag, "C059 [urw]",
+// that no font dialog shows; the family's name alone finds it.
+QStringList familyNames(const QStringList &families)
 {
+    QStringList names;
+    for (const QString &family : families) {
+        const qsizetype tag = family.endsWith(u']') ? family.lastIndexOf(u" [") : -1;
+        names.append(tag > 0 ? family.left(tag) : family);
+    }
+    names.removeDuplicates(); // the first of each stays, in the platform's order
+    return names;
+}
+
+} // namespace
+
+void makeFontMenu(MenuBar1 &bar, const QStringList &fontFamilies)
+{
+    const QStringList families = familyNames(fontFamilies);
     if (families.isEmpty())
         return;
     QAction *first = bar.item(QStringLiteral("fontName"), 0);

@@ -6,9 +6,10 @@ namespace verlis {
 
 class MenuBar1;
 
-// The font list: one item of the "fontName" array for each family, in the
-// platform's order. An empty list leaves the one declared item as it is.
-void makeFontMenu(MenuBar1 &bar, const QStringList &families);
+// The font list: one item of the "fontName" array for each family name, in
+// the platform's order, once however many foundries make it. An empty list
+// leaves the one declared item as it is.
+void makeFontMenu(MenuBar1 &bar, const QStringList &fontFamilies);
 
 // Lays the font list out once, unseen: the toolkit measures every item of
 // a menu when it first opens, some microseconds an item, and a list of

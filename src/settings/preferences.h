@@ -4,6 +4,7 @@
 #include "limits.h"
 
 #include <QByteArray>
+#include <QRect>
 #include <QString>
 
 namespace verlis {
@@ -25,6 +26,12 @@ struct Preferences {
 
     bool operator==(const Preferences &) const = default;
 };
+
+// The window's place and size as the record has them.
+inline QRect storedGeometry(const Preferences &p)
+{
+    return QRect(p.MWLeft, p.MWTop, p.MWWidth, p.MWHeight);
+}
 
 // The file's record: size, font name with a length byte, left, top, width,
 // height, four style bytes, then text and background colour as hue,

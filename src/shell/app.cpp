@@ -74,7 +74,7 @@ void App::updateEnabling() { EnableMenuItems(*m_menuBar, m_window->PagePanel1()-
 void App::Event_Open()
 {
     loadPrefs();
-    m_window->Event_Open();
+    m_window->Event_Open(m_geometryStored);
     makeFontMenu();
     makePageMenu();
     if (!m_env.defaultBook.isEmpty() && QFileInfo::exists(m_env.defaultBook)) {
@@ -108,7 +108,9 @@ void App::Quit(int status)
 void App::loadPrefs()
 {
     prefs = m_preferencesFile.read();
+    const QRect stored = storedGeometry(prefs);
     normalisePreferences(prefs, WindowLimits);
+    m_geometryStored = storedGeometry(prefs) == stored;
 }
 
 void App::savePrefs()

@@ -62,6 +62,9 @@ private:
     MenuBar1 *m_menuBar; // owned by the window once it is set on it
     std::unique_ptr<mainWindow> m_window;
     MenuCommands *m_commands; // owned by the window
+    // Whether the window's geometry is the record's own, not a default put
+    // in for none or for a value out of range.
+    bool m_geometryStored = false;
     bool m_closed = false;
     int m_preferencesWrites = 0;
 };

@@ -59,6 +59,8 @@ void mainWindow::createImportPage(QWidget *page)
     m_listbox->setAccessibleName(QStringLiteral("本の内容"));
     m_listbox->setAccessibleDescription(
         QStringLiteral("本のすべての行を頁、行、本文の順に並べた表"));
+    // The third heading shows blank; a screen reader names the column.
+    m_listbox->horizontalHeaderItem(2)->setData(Qt::AccessibleTextRole, QStringLiteral("本文"));
     place(m_listbox, QRect(46, 37, 460, 407), LockLeft | LockTop | LockRight | LockBottom);
 
     // Never shown: commands that other code runs with click().

@@ -75,8 +75,9 @@ public:
     // and copy reach it without a click; elsewhere the keyboard stays put.
     void focusPoem();
 
-    // Window events.
-    void Event_Open();
+    // Window events. A geometry the user chose keeps its place while it can
+    // be reached; a default one goes wholly onto the screen.
+    void Event_Open(bool geometryStored);
     void Event_Resized();
     void Event_Moved();
 

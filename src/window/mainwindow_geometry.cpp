@@ -11,12 +11,13 @@
 
 namespace verlis {
 
-void mainWindow::Event_Open()
+void mainWindow::Event_Open(bool geometryStored)
 {
-    const QRect stored(m_prefs.MWLeft, m_prefs.MWTop, m_prefs.MWWidth, m_prefs.MWHeight);
-    const QRect client = placeClientOnScreens(stored, placeFrameOnScreens);
+    const QRect stored = storedGeometry(m_prefs);
+    const QRect client =
+        placeClientOnScreens(stored, geometryStored ? placeFrameOnScreens : fitFrameInside);
     setClientGeometry(client.left(), client.top(), client.width(), client.height());
-    m_frameCheck = client == stored ? FrameCheck::Reachable : FrameCheck::Inside;
+    m_frameCheck = geometryStored && client == stored ? FrameCheck::Reachable : FrameCheck::Inside;
     emit appearanceWanted();
     for (Label *label : m_textLabel)
         label->setText(QString());

@@ -39,6 +39,10 @@ done
 for f in "applications/${entry##*/}" "metainfo/$icon.metainfo.xml" "icons/hicolor/scalable/apps/$icon.svg"; do
   [ -e "$tmp/root/usr/share/$f" ] && pass || fail "the package has no $f"
 done
+for n in 16 32 48 64 128 256; do # the bitmaps the icon theme asks for, of their sizes
+  [[ $(file -b "$tmp/root/usr/share/icons/hicolor/${n}x$n/apps/$icon.png") == "PNG image data, $n x $n,"* ]] &&
+    pass || fail "the package has no $n x $n icon"
+done
 report=$(lintian --pedantic --fail-on error,warning "$deb" 2>&1) && pass || fail "lintian: $report"
 [[ $(readelf -d "$tmp/root/usr/bin/verlis") == *BIND_NOW* && $(readelf -W --dyn-syms "$tmp/root/usr/bin/verlis") == *_chk@* ]] &&
   pass || fail "the binary binds late or calls nothing fortified"

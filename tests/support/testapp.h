@@ -68,7 +68,8 @@ struct TestApp {
 
     explicit TestApp(const QString &defaultBook = QString())
     {
-        const QStringList fonts{"Alpha", "Beta", "Gamma"};
+        // As the toolkit lists a family that two foundries make.
+        const QStringList fonts{"Alpha", "Beta [urw]", "Beta [UKWN]", "Gamma"};
         verlis::Environment env{folder(), defaultBook, fonts, dialogs,
                                 [this](int status) { quits.append(status); }};
         app = std::make_unique<verlis::App>(std::move(env));

@@ -2,6 +2,7 @@
 #include "windowtest.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QScrollBar>
@@ -111,6 +112,10 @@ private slots:
         w->readText(m_dir.filePath("missing.txt"));
         QCOMPARE(w->DefaultListbox()->ListCount(), 0);
         QVERIFY(!w->makePBtn()->isEnabled());
+        // The third heading, blank on screen, is named for a screen reader (child 0: the corner).
+        QCOMPARE(w->DefaultListbox()->horizontalHeaderItem(2)->text(), QString(" "));
+        QAccessibleInterface *table = QAccessible::queryAccessibleInterface(w->DefaultListbox());
+        QCOMPARE(table->child(3)->text(QAccessible::Name), QString("本文"));
     }
 
     void appearanceReachesEveryLineAndTheFocus()
