@@ -68,7 +68,7 @@ PoemFit fitPoem(const QList<MeasuredRow> &rows, QSizeF room, double textSize, in
         }
         return true;
     };
-    PoemFit fit{textSize, rowHeight, {}, false};
+    PoemFit fit{textSize, rowHeight, {}};
     if (textSize > 0 && rowHeight > 0 && room.width() > 0 && !fits(textSize)) {
         double low = std::min(textSize, LegibleFloor), high = textSize;
         if (fits(low)) {
@@ -79,7 +79,6 @@ PoemFit fitPoem(const QList<MeasuredRow> &rows, QSizeF room, double textSize, in
         }
         fit.size = low;
         fit.rowHeight = spacing(low);
-        fit.scrolls = !fits(low);
     }
     fit.visualRows.reserve(rows.size());
     for (const MeasuredRow &row : rows)

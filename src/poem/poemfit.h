@@ -23,8 +23,7 @@ using MeasuredRow = QList<RowPiece>;
 struct PoemFit {
     double size = 0;
     int rowHeight = 0;
-    QList<int> visualRows;
-    bool scrolls = false; // even at the floor, the rows are taller than the room
+    QList<int> visualRows; // taller than the room only at the floor
 };
 
 // The largest size, at most `textSize` and at least the floor, at which the

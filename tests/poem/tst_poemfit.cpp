@@ -25,7 +25,8 @@ class TestPoemFit : public QObject {
 private slots:
     void wholePoemAsLargeAsItFits_data()
     {
-        QTest::addColumn<QList<int>>("letters"); // of each line
+        QTest::addColumn<int>("letters"); // of each line
+        QTest::addColumn<int>("first");   // of the first line
         QTest::addColumn<int>("word");
         QTest::addColumn<QSize>("window");
         QTest::addColumn<double>("least");
@@ -34,24 +35,21 @@ private slots:
         QTest::addColumn<bool>("scrolls");
         const double full = 448 / 26.0;
         QTest::newRow("all fit: exactly TextSize")
-            << QList<int>(14, 40) << 5 << QSize(552, 516) << full << full << 0 << false;
+            << 40 << 40 << 5 << QSize(552, 516) << full << full << 0 << false;
         QTest::newRow("every line a little too wide: smaller, none turns")
-            << QList<int>(14, 60) << 5 << QSize(552, 516) << 15.9 << 16.1 << 0 << false;
-        QList<int> oneLong(14, 40);
-        oneLong[0] = 100;
+            << 60 << 60 << 5 << QSize(552, 516) << 15.9 << 16.1 << 0 << false;
         QTest::newRow("one line far too wide: turns over near TextSize")
-            << oneLong << 5 << QSize(552, 516) << 16.0 << full - 0.5 << 1 << false;
-        QList<int> oneJapanese(14, 15);
-        oneJapanese[5] = 60;
+            << 40 << 100 << 5 << QSize(552, 516) << 16.0 << full - 0.5 << 1 << false;
         QTest::newRow("a Japanese line turns anywhere, twice rather than smaller")
-            << oneJapanese << 0 << QSize(552, 516) << 15.7 << 16.0 << 1 << false;
+            << 15 << 60 << 0 << QSize(552, 516) << 15.7 << 16.0 << 1 << false;
         QTest::newRow("many long words in a small window: the floor, and it scrolls")
-            << QList<int>(14, 300) << 300 << QSize(480, 480) << 11.0 << 11.0 << 14 << true;
+            << 300 << 300 << 300 << QSize(480, 480) << 11.0 << 11.0 << 14 << true;
     }
 
     void wholePoemAsLargeAsItFits()
     {
-        QFETCH(QList<int>, letters);
+        QFETCH(int, letters);
+        QFETCH(int, first);
         QFETCH(int, word);
         QFETCH(QSize, window);
         QFETCH(double, least);
@@ -60,7 +58,7 @@ private slots:
         QFETCH(bool, scrolls);
         QList<MeasuredRow> rows; // the reading page's rows, stanza gaps and all
         for (int i = 0; i < LineCount; ++i) {
-            rows.append(line(letters[i], word));
+            rows.append(line(i == 0 ? first : letters, word));
             if (endsStanza(i))
                 rows.append(MeasuredRow());
         }
@@ -73,8 +71,7 @@ private slots:
         QVERIFY(qAbs(fit.rowHeight - rowHeight * fit.size / textSize) < 1); // set as at TextSize
         QCOMPARE(std::ranges::count_if(fit.visualRows, [](int n) { return n > 1; }), turned);
         const int taken = std::accumulate(fit.visualRows.cbegin(), fit.visualRows.cend(), 0);
-        QCOMPARE(taken * fit.rowHeight > room.height(), scrolls);
-        QCOMPARE(fit.scrolls, scrolls);
+        QCOMPARE(taken * fit.rowHeight > room.height(), scrolls); // only at the floor
     }
 };
 
