@@ -27,7 +27,7 @@ TextField::TextField(QWidget *parent) : QTextEdit(parent)
     setTabChangesFocus(true);
     setCursorWidth(0); // a field that can't be edited shows no caret
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded); // rows turned over may need it
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // until the rows don't fit at the floor
     setLineWrapMode(QTextEdit::WidgetWidth);
     setWordWrapMode(QTextOption::NoWrap);
     document()->setDocumentMargin(2);
@@ -69,6 +69,13 @@ void TextField::layOut()
     formatRows();
     keepRowsWhole();
     countRows();
+    // The field scrolls only where its rows don't fit even at the floor. The
+    // scroll bar, once it shows, narrows the rows: left to itself it could
+    // stay for rows that fit without it.
+    const auto policy = qint64(laidOutRows()) * m_rowHeight > rowsRoom() ? Qt::ScrollBarAsNeeded
+                                                                         : Qt::ScrollBarAlwaysOff;
+    if (!m_leader && policy != verticalScrollBarPolicy())
+        setVerticalScrollBarPolicy(policy);
 }
 
 // One edit, one layout: the rows take their height and font as the text goes in.
@@ -165,6 +172,22 @@ void TextField::measureRows()
     }
 }
 
+static qreal widthOf(const MeasuredRow &row)
+{
+    return std::accumulate(row.cbegin(), row.cend(), 0.0,
+                           [](qreal sum, const RowPiece &piece) { return sum + piece.width; });
+}
+
+// The rows as measured, each as much wider as the layout has found it.
+QList<MeasuredRow> TextField::scaledRows() const
+{
+    QList<MeasuredRow> rows = m_measured;
+    for (qsizetype row = 0; row < rows.size() && row < m_rowScales.size(); ++row)
+        for (RowPiece &piece : rows[row])
+            piece.width *= m_rowScales[row];
+    return rows;
+}
+
 // The size, row spacing and indent at which all rows fit the field. A
 // follower is drawn no larger than its leader, on its leader's rows, and has
 // no floor: its rows are short, and one that is too wide is drawn smaller
@@ -173,24 +196,23 @@ void TextField::fitRows(bool afresh)
 {
     m_fitPending = false;
     if (afresh)
-        m_widthScale = 1;
-    const qreal room = rowRoom() / m_widthScale;
+        m_rowScales.clear();
+    const QList<MeasuredRow> rows = m_rowScales.isEmpty() ? m_measured : scaledRows();
     if (!m_leader) {
         const PoemFit fit =
-            fitPoem(m_measured, QSizeF(room, rowsRoom()), m_style.TextSize, m_fullRowHeight);
+            fitPoem(rows, QSizeF(rowRoom(), rowsRoom()), m_style.TextSize, m_fullRowHeight);
         applyFit(fit.size, fit.rowHeight,
-                 std::ranges::any_of(fit.visualRows, [](int rows) { return rows > 1; }));
+                 std::ranges::any_of(fit.visualRows, [](int n) { return n > 1; }));
         return;
     }
     qreal size = m_style.TextSize;
     if (m_leader->drawnSize() > 0)
         size = qMin(size, m_leader->drawnSize());
     qreal widest = 0;
-    for (const MeasuredRow &row : m_measured)
-        widest = qMax(widest, std::accumulate(row.cbegin(), row.cend(), 0.0,
-                                              [](qreal sum, RowPiece p) { return sum + p.width; }));
-    if (room > 0 && widest * size > room)
-        size = room / widest;
+    for (const MeasuredRow &row : rows)
+        widest = qMax(widest, widthOf(row));
+    if (rowRoom() > 0 && widest * size > rowRoom())
+        size = rowRoom() / widest;
     applyFit(size, m_leader->rowHeight() > 0 ? m_leader->rowHeight() : m_fullRowHeight, false);
 }
 
@@ -215,46 +237,45 @@ void TextField::applyFit(qreal size, int rowHeight, bool turn)
 // right, and all within its height unless the floor made it scroll.
 bool TextField::fitsAsLaidOut() const
 {
+    if (m_turnIndent > 0)
+        return qint64(laidOutRows()) * m_rowHeight <= rowsRoom() ||
+               fontPixels() <= qMin(qreal(m_style.TextSize), LegibleFloor) + 0.01;
     qreal widest = 0;
-    int rows = 0;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
         widest = qMax(widest, block.layout()->maximumWidth());
-        rows += qMax(1, block.layout()->lineCount());
-    }
-    if (m_turnIndent == 0)
-        return widest <= rowRoom();
-    return qint64(rows) * m_rowHeight <= rowsRoom() ||
-           fontPixels() <= qMin(qreal(m_style.TextSize), LegibleFloor) + 0.01;
+    return widest <= rowRoom();
 }
 
-// Glyph widths follow the size only roughly (an ideograph is as wide as the
-// size rounded to the pixel), so the rows fitted by measure are checked as
-// laid out, and fitted again with the widths they really take where they
-// don't stand whole.
+int TextField::laidOutRows() const
+{
+    int rows = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+        rows += qMax(1, block.layout()->lineCount());
+    return rows;
+}
+
+// Glyph widths follow the size only roughly (advances are rounded to the
+// pixel at some sizes, an ideograph's to the size rounded), so the rows
+// fitted by measure are checked as laid out, and where they don't stand
+// whole, fitted again with each row as wide as it is shaped at the drawn size.
 void TextField::keepRowsWhole()
 {
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 4; ++i) {
         document()->documentLayout()->documentSize(); // lays out what is pending
         if (fitsAsLaidOut())
             return;
-        qreal overflow = 1.01; // at least a little: the fitting may have been right but close
-        qsizetype row = 0;
-        for (QTextBlock block = document()->begin(); block.isValid() && row < m_measured.size();
-             block = block.next(), ++row) {
-            const QTextLayout *layout = block.layout();
-            qreal laidOut = 0;
-            for (int n = 0; n < layout->lineCount(); ++n) {
-                const QTextLine line = layout->lineAt(n);
-                laidOut += n + 1 < layout->lineCount() ? line.horizontalAdvance()
-                                                       : line.naturalTextWidth();
-            }
-            const qreal measured =
-                std::accumulate(m_measured[row].cbegin(), m_measured[row].cend(), 0.0,
-                                [](qreal sum, RowPiece p) { return sum + p.width; });
+        const QFontMetricsF metrics(m_font, this);
+        const QStringList rows = m_text.split(RowBreak);
+        m_rowScales.resize(m_measured.size(), 1.0);
+        for (qsizetype row = 0; row < m_measured.size() && row < rows.size(); ++row) {
+            const qreal measured = widthOf(m_measured[row]) * fontPixels();
+            // A little more than found: advances rounded to the pixel stay
+            // as they are over a range of sizes, while the measure shrinks.
             if (measured > 0)
-                overflow = qMax(overflow, laidOut / (measured * fontPixels() * m_widthScale));
+                m_rowScales[row] = qMax(m_rowScales[row],
+                                        metrics.horizontalAdvance(shownRow(rows[row])) / measured) *
+                                   1.01;
         }
-        m_widthScale *= overflow;
         fitRows(false);
         formatRows();
     }

@@ -78,9 +78,11 @@ private:
     void formatRows();
     void paintSelectionBands(QPainter &painter, const QTextCursor &selection) const;
     void measureRows();
+    QList<MeasuredRow> scaledRows() const;
     void fitRows(bool afresh = true);
     void applyFit(qreal size, int rowHeight, bool turn);
     bool fitsAsLaidOut() const;
+    int laidOutRows() const;
     void keepRowsWhole();
     qreal rowRoom() const;
     int rowsRoom() const;
@@ -96,7 +98,7 @@ private:
     bool m_formatPending = false;
     TextStyle m_style;
     QList<MeasuredRow> m_measured; // the rows' pieces, for a font of 1 pixel
-    qreal m_widthScale = 1;        // how much wider than measured the rows are laid out
+    QList<qreal> m_rowScales;      // how much wider than measured each row is laid out
     QFont m_font;                  // the fitted font, which reaches the text with the row formats
     int m_fullRowHeight = 0;       // the row spacing at the style's size: the poem fills the field
     int m_rowHeight = 0;           // the row spacing at the drawn size
