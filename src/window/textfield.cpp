@@ -7,10 +7,12 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextBoundaryFinder>
 #include <QTextCursor>
 #include <QTextLayout>
 
 #include <algorithm>
+#include <numeric>
 
 namespace verlis {
 
@@ -25,7 +27,7 @@ TextField::TextField(QWidget *parent) : QTextEdit(parent)
     setTabChangesFocus(true);
     setCursorWidth(0); // a field that can't be edited shows no caret
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded); // rows turned over may need it
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // until the rows don't fit at the floor
     setLineWrapMode(QTextEdit::WidgetWidth);
     setWordWrapMode(QTextOption::NoWrap);
     document()->setDocumentMargin(2);
@@ -48,7 +50,7 @@ void TextField::setText(const QString &text)
     if (text == m_text)
         return;
     m_text = text;
-    m_textPending = true;
+    m_textPending = m_measurePending = true;
     viewport()->update();
 }
 
@@ -56,34 +58,42 @@ void TextField::layOut()
 {
     if (m_leader)
         m_leader->layOut(); // its size and rows first: this field follows them
-    if (!m_textPending && !m_fontPending && !m_formatPending)
+    if (!m_textPending && !m_measurePending && !m_fitPending && !m_formatPending)
         return;
-    fitFont(); // with the last measure: a new text seldom needs another size
-    if (m_textPending) {
-        m_textPending = false;
-        QStringList rows = m_text.split(QChar(13));
-        for (QString &row : rows)
-            row = shownRow(row);
-        // One edit, one layout: the rows take their height and font as the text goes in.
-        QTextCursor cursor(document());
-        cursor.beginEditBlock();
-        cursor.select(QTextCursor::Document);
-        cursor.removeSelectedText();
-        cursor.setBlockFormat(rowFormat(-1));
-        cursor.setBlockCharFormat(charFormat());
-        cursor.insertText(rows.join(QLatin1Char('\n')), charFormat());
-        cursor.endEditBlock();
-        m_formatPending = !m_blankRows.isEmpty();
-        m_widestPerPixel = -1;
-    }
-    formatRows();
-    if (m_widestPerPixel < 0) {
+    if (m_measurePending)
         measureRows();
-        fitFont();
-        formatRows();
-    }
+    if (m_fitPending)
+        fitRows();
+    if (m_textPending)
+        insertText();
+    formatRows();
     keepRowsWhole();
     countRows();
+    // The field scrolls only where its rows don't fit even at the floor. The
+    // scroll bar, once it shows, narrows the rows: left to itself it could
+    // stay for rows that fit without it.
+    const auto policy = qint64(laidOutRows()) * m_rowHeight > rowsRoom() ? Qt::ScrollBarAsNeeded
+                                                                         : Qt::ScrollBarAlwaysOff;
+    if (!m_leader && policy != verticalScrollBarPolicy())
+        setVerticalScrollBarPolicy(policy);
+}
+
+// One edit, one layout: the rows take their height and font as the text goes in.
+void TextField::insertText()
+{
+    m_textPending = false;
+    QStringList rows = m_text.split(RowBreak);
+    for (QString &row : rows)
+        row = shownRow(row);
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    cursor.select(QTextCursor::Document);
+    cursor.removeSelectedText();
+    cursor.setBlockFormat(rowFormat(-1));
+    cursor.setBlockCharFormat(charFormat());
+    cursor.insertText(rows.join(QLatin1Char('\n')), charFormat());
+    cursor.endEditBlock();
+    m_formatPending = !m_blankRows.isEmpty();
 }
 
 void TextField::selectAll()
@@ -122,89 +132,151 @@ void TextField::setTextStyle(const TextStyle &style)
         return;
     const bool sameFace = style.TextFont == m_style.TextFont && style.Bold == m_style.Bold &&
                           style.Italic == m_style.Italic;
+    // Measured at the style's own size, as glyphs are not quite in proportion to it.
+    if (!sameFace || style.TextSize != m_style.TextSize)
+        m_measurePending = true;
     m_style = style;
-    if (!sameFace)
-        m_widestPerPixel = -1; // measured again with the new face
-    m_fontPending = true;
+    m_fitPending = true;
     viewport()->update();
 }
 
-qreal TextField::legibleFloor(float textSize)
-{
-    return qMin(qreal(textSize), qMax(textSize * 2.0 / 3.0, 11.0));
-}
-
-// The width of the widest row, per pixel of the font's size, read from the
-// layout that painting needs anyway: text widths grow in proportion to the
-// size, so one measure serves every height. A row that has turned over
-// measures as the one row it is.
+// Each row's characters as the reader sees them, with the places where the
+// row may turn over, at the style's font, scaled to a font of 1 pixel: text
+// widths grow about in proportion to the size, so one measure serves every
+// size the fitting tries. The font is the one the text is mostly drawn at,
+// so the glyphs measured are those the layout shapes next.
 void TextField::measureRows()
 {
-    document()->documentLayout()->documentSize(); // lays out what is pending
-    qreal widest = 0;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        const QTextLayout *layout = block.layout();
-        qreal width = 0;
-        for (int i = 0; i < layout->lineCount(); ++i) {
-            const QTextLine line = layout->lineAt(i);
-            width +=
-                i + 1 < layout->lineCount() ? line.horizontalAdvance() : line.naturalTextWidth();
+    m_measurePending = false;
+    const QFont font = m_style.toFont(logicalDpiY());
+    const QFontMetricsF metrics(font, this);
+    const qreal pixels = font.pointSizeF() * logicalDpiY() / 72.0;
+    m_measured.clear();
+    if (pixels <= 0)
+        return;
+    for (const QString &text : m_text.split(RowBreak)) {
+        const QString row = shownRow(text);
+        MeasuredRow pieces;
+        QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, row);
+        QTextBoundaryFinder turns(QTextBoundaryFinder::Line, row);
+        for (qsizetype from = 0, to = 0; from < row.size(); from = to) {
+            to = characters.toNextBoundary();
+            const QString piece = row.sliced(from, to - from);
+            const qreal width = piece.size() == 1 ? metrics.horizontalAdvance(piece.front())
+                                                  : metrics.horizontalAdvance(piece);
+            turns.setPosition(to);
+            pieces.append(
+                {width / pixels, to < row.size() && turns.isAtBoundary(), piece.front().isSpace()});
         }
-        widest = qMax(widest, width);
+        m_measured.append(pieces);
     }
-    const qreal pixels = fontPixels();
-    m_widestPerPixel = pixels > 0 ? widest / pixels : 0;
 }
 
-// The style's size where the widest row fits, and never above `atMost`;
-// else the size at which it just fits, down to the legible floor, where the
-// rows too wide turn over. A follower is drawn no larger than its leader,
-// and has no floor: its rows are short, and one that is still too wide is
-// drawn smaller whole.
-void TextField::fitFont(qreal atMost)
+static qreal widthOf(const MeasuredRow &row)
 {
-    m_fontPending = false;
-    TextStyle fitted = m_style;
-    bool turn = false;
-    const qreal room = rowRoom();
-    if (fitted.TextSize > 0 && room > 0) {
-        qreal size = qMin(qreal(fitted.TextSize), atMost);
-        if (m_leader && m_leader->drawnSize() > 0)
-            size = qMin(size, m_leader->drawnSize());
-        if (m_widestPerPixel * size > room)
-            size = room / m_widestPerPixel;
-        const qreal floor = m_leader ? 1.0 : legibleFloor(m_style.TextSize);
-        turn = size < floor;
-        fitted.TextSize = float(qMax(size, floor));
+    return std::accumulate(row.cbegin(), row.cend(), 0.0,
+                           [](qreal sum, const RowPiece &piece) { return sum + piece.width; });
+}
+
+// The rows as measured, each as much wider as the layout has found it.
+QList<MeasuredRow> TextField::scaledRows() const
+{
+    QList<MeasuredRow> rows = m_measured;
+    for (qsizetype row = 0; row < rows.size() && row < m_rowScales.size(); ++row)
+        for (RowPiece &piece : rows[row])
+            piece.width *= m_rowScales[row];
+    return rows;
+}
+
+// The size, row spacing and indent at which all rows fit the field. A
+// follower is drawn no larger than its leader, on its leader's rows, and has
+// no floor: its rows are short, and one that is too wide is drawn smaller
+// whole. `afresh` forgets what the last layout taught of the widths.
+void TextField::fitRows(bool afresh)
+{
+    m_fitPending = false;
+    if (afresh)
+        m_rowScales.clear();
+    const QList<MeasuredRow> rows = m_rowScales.isEmpty() ? m_measured : scaledRows();
+    if (!m_leader) {
+        const PoemFit fit =
+            fitPoem(rows, QSizeF(rowRoom(), rowsRoom()), m_style.TextSize, m_fullRowHeight);
+        applyFit(fit.size, fit.rowHeight,
+                 std::ranges::any_of(fit.visualRows, [](int n) { return n > 1; }));
+        return;
     }
+    qreal size = m_style.TextSize;
+    if (m_leader->drawnSize() > 0)
+        size = qMin(size, m_leader->drawnSize());
+    qreal widest = 0;
+    for (const MeasuredRow &row : rows)
+        widest = qMax(widest, widthOf(row));
+    if (rowRoom() > 0 && widest * size > rowRoom())
+        size = rowRoom() / widest;
+    applyFit(size, m_leader->rowHeight() > 0 ? m_leader->rowHeight() : m_fullRowHeight, false);
+}
+
+void TextField::applyFit(qreal size, int rowHeight, bool turn)
+{
+    TextStyle fitted = m_style;
+    if (size > 0)
+        fitted.TextSize = float(size);
     // The font reaches the text with the row formats, in the same layout.
     const QFont font = fitted.toFont(logicalDpiY());
-    if (font != m_font) {
-        m_font = font;
-        m_formatPending = true;
-    }
     const qreal indent = turn ? qreal(fitted.TextSize) : 0; // an em, as verse is printed
     if (turn != (m_turnIndent > 0))
         setWordWrapMode(turn ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
-    if (indent != m_turnIndent) {
-        m_turnIndent = indent;
+    if (font != m_font || rowHeight != m_rowHeight || indent != m_turnIndent)
         m_formatPending = true;
-    }
+    m_font = font;
+    m_rowHeight = rowHeight;
+    m_turnIndent = indent;
 }
 
-// Glyph widths follow the size only roughly (an ideograph is as wide as the
-// size rounded to the pixel), so a row fitted by proportion is checked
-// against the field as laid out, and shrunk again where it still overflows.
+// Whether the rows as laid out stand whole in the field: none cut at the
+// right, and all within its height unless the floor made it scroll.
+bool TextField::fitsAsLaidOut() const
+{
+    if (m_turnIndent > 0)
+        return qint64(laidOutRows()) * m_rowHeight <= rowsRoom() ||
+               fontPixels() <= qMin(qreal(m_style.TextSize), LegibleFloor) + 0.01;
+    qreal widest = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+        widest = qMax(widest, block.layout()->maximumWidth());
+    return widest <= rowRoom();
+}
+
+int TextField::laidOutRows() const
+{
+    int rows = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+        rows += qMax(1, block.layout()->lineCount());
+    return rows;
+}
+
+// Glyph widths follow the size only roughly (advances are rounded to the
+// pixel at some sizes, an ideograph's to the size rounded), so the rows
+// fitted by measure are checked as laid out, and where they don't stand
+// whole, fitted again with each row as wide as it is shaped at the drawn size.
 void TextField::keepRowsWhole()
 {
-    for (int i = 0; i < 3 && m_turnIndent == 0; ++i) {
+    for (int i = 0; i < 4; ++i) {
         document()->documentLayout()->documentSize(); // lays out what is pending
-        qreal widest = 0;
-        for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
-            widest = qMax(widest, block.layout()->maximumWidth());
-        if (widest <= rowRoom())
+        if (fitsAsLaidOut())
             return;
-        fitFont(fontPixels() * rowRoom() / widest);
+        const QFontMetricsF metrics(m_font, this);
+        const QStringList rows = m_text.split(RowBreak);
+        m_rowScales.resize(m_measured.size(), 1.0);
+        for (qsizetype row = 0; row < m_measured.size() && row < rows.size(); ++row) {
+            const qreal measured = widthOf(m_measured[row]) * fontPixels();
+            // A little more than found: advances rounded to the pixel stay
+            // as they are over a range of sizes, while the measure shrinks.
+            if (measured > 0)
+                m_rowScales[row] = qMax(m_rowScales[row],
+                                        metrics.horizontalAdvance(shownRow(rows[row])) / measured) *
+                                   1.01;
+        }
+        fitRows(false);
         formatRows();
     }
 }
@@ -225,9 +297,14 @@ qreal TextField::rowRoom() const
     return contentsRect().width() - 2 * document()->documentMargin() - 1;
 }
 
+// The height the rows may take.
+int TextField::rowsRoom() const
+{
+    return contentsRect().height() - 2 * int(document()->documentMargin());
+}
+
 void TextField::countRows()
 {
-    document()->documentLayout()->documentSize(); // lays out what is pending
     QList<int> rows;
     rows.reserve(document()->blockCount());
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
@@ -235,10 +312,11 @@ void TextField::countRows()
         rows.append(qMax(1, block.layout()->lineCount()));
     }
     const qreal drawn = fontPixels();
-    if (rows == m_visualRows && drawn == m_drawnSize)
+    if (rows == m_visualRows && drawn == m_drawnSize && m_rowHeight == m_countedRowHeight)
         return;
     m_visualRows = rows;
     m_drawnSize = drawn;
+    m_countedRowHeight = m_rowHeight;
     emit rowsChanged();
 }
 
@@ -268,7 +346,7 @@ void TextField::leaderRowsChanged()
         m_blankRows = blank;
         m_formatPending = true;
     }
-    m_fontPending = true; // the leader's size may have changed
+    m_fitPending = true; // the leader's size and spacing may have changed
     viewport()->update();
 }
 
@@ -292,14 +370,8 @@ void TextField::setRightAligned(bool right)
 void TextField::resizeEvent(QResizeEvent *event)
 {
     QTextEdit::resizeEvent(event);
-    const int usable = viewport()->height() - 2 * int(document()->documentMargin());
-    const int rowHeight = qMax(1, usable / PoemRows); // the poem's rows fill the field
-    if (event->size().width() != event->oldSize().width())
-        m_fontPending = true;
-    if (rowHeight == m_rowHeight)
-        return;
-    m_rowHeight = rowHeight;
-    m_formatPending = true;
+    m_fullRowHeight = qMax(1, rowsRoom() / PoemRows); // the poem's rows fill the field
+    m_fitPending = true;
 }
 
 // The rows are shorter than the font's own line spacing, and the toolkit
@@ -360,7 +432,7 @@ void TextField::paintSelectionBands(QPainter &painter, const QTextCursor &select
 QTextBlockFormat TextField::rowFormat(int row) const
 {
     QTextBlockFormat format;
-    if (m_rowHeight > 0) // known from the first resize on
+    if (m_rowHeight > 0) // known from the first fit on
         format.setLineHeight(m_rowHeight, QTextBlockFormat::FixedHeight);
     if (m_turnIndent > 0) { // the first visual row at the left edge, the others indented
         format.setLeftMargin(m_turnIndent);

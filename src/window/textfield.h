@@ -1,5 +1,6 @@
 #pragma once
 
+#include "poem/poemfit.h"
 #include "settings/color.h"
 #include "textstyle.h"
 
@@ -8,20 +9,18 @@
 #include <QTextCharFormat>
 #include <QTextEdit>
 
-#include <limits>
-
 namespace verlis {
 
 // A read-only field of several rows. Its text holds Chr(13) between rows.
 // Every row has the same height, with its baseline at the same place in
 // the row, so two fields of one height side by side stand level whatever
-// their fonts. Where the widest row is wider than the field, the text is
-// drawn smaller until it fits, but not below a legible floor; a row that
-// is too wide even there turns over onto further visual rows with a
-// hanging indent, and the field scrolls when they no longer fit. Text,
-// style and size reach the document when the field is painted or used,
-// not when they are set: a command that changes the poem costs no text
-// shaping until the poem is on screen.
+// their fonts. The rows are drawn at the largest size, at most the style's,
+// at which all of them fit the field: a row too wide turns over onto
+// further visual rows with a hanging indent, the row spacing shrinks with
+// the text, and only below a legible floor does the field scroll instead.
+// Text, style and size reach the document when the field is painted or
+// used, not when they are set: a command that changes the poem costs no
+// text shaping until the poem is on screen.
 class TextField : public QTextEdit {
     Q_OBJECT
 public:
@@ -42,6 +41,8 @@ public:
     void layOut();
     // The size the text is drawn at, in logical pixels.
     qreal drawnSize() const { return m_drawnSize; }
+    // The row spacing the text is drawn at.
+    int rowHeight() const { return m_rowHeight; }
     // For each row of the text, the visual rows it takes: more than one
     // where it turns over.
     const QList<int> &visualRows() const { return m_visualRows; }
@@ -61,7 +62,7 @@ public:
     static QString shownRow(QString row);
 
 signals:
-    // The drawn size or the visual rows have changed.
+    // The drawn size, the row spacing or the visual rows have changed.
     void rowsChanged();
 
 protected:
@@ -73,28 +74,36 @@ protected:
 
 private:
     QTextBlockFormat rowFormat(int row) const;
+    void insertText();
     void formatRows();
     void paintSelectionBands(QPainter &painter, const QTextCursor &selection) const;
-    // The smallest size a row is shrunk to before it turns over.
-    static qreal legibleFloor(float textSize);
-    void fitFont(qreal atMost = std::numeric_limits<qreal>::infinity());
+    void measureRows();
+    QList<MeasuredRow> scaledRows() const;
+    void fitRows(bool afresh = true);
+    void applyFit(qreal size, int rowHeight, bool turn);
+    bool fitsAsLaidOut() const;
+    int laidOutRows() const;
     void keepRowsWhole();
     qreal rowRoom() const;
+    int rowsRoom() const;
     qreal fontPixels() const;
     QTextCharFormat charFormat() const;
-    void measureRows();
     void countRows();
     void leaderRowsChanged();
 
     QString m_text;
     bool m_textPending = false;
-    bool m_fontPending = false;
+    bool m_measurePending = false;
+    bool m_fitPending = false;
     bool m_formatPending = false;
     TextStyle m_style;
-    QFont m_font; // the fitted font, which reaches the text with the row formats
-    int m_rowHeight = 0;
-    qreal m_widestPerPixel = 0; // the widest row's width for a 1-pixel font; < 0: to measure
-    qreal m_turnIndent = 0;     // of the visual rows a row turns over onto; 0: none turns
+    QList<MeasuredRow> m_measured; // the rows' pieces, for a font of 1 pixel
+    QList<qreal> m_rowScales;      // how much wider than measured each row is laid out
+    QFont m_font;                  // the fitted font, which reaches the text with the row formats
+    int m_fullRowHeight = 0;       // the row spacing at the style's size: the poem fills the field
+    int m_rowHeight = 0;           // the row spacing at the drawn size
+    int m_countedRowHeight = 0;    // that the visual rows were last counted at
+    qreal m_turnIndent = 0;        // of the visual rows a row turns over onto; 0: none turns
     qreal m_drawnSize = 0;
     QList<int> m_visualRows;
     TextField *m_leader = nullptr;
