@@ -82,7 +82,7 @@ void MenuCommands::AddMenuHandlers()
 bool MenuCommands::_fontName_Action(int index)
 {
     if (const QAction *item = m_bar.item(QStringLiteral("fontName"), index)) {
-        m_prefs.mainfont = MenuBar1::Text(item);
+        m_prefs.mainfont = fontNameBytes(MenuBar1::Text(item));
         emit appearanceWanted();
     }
     return true;

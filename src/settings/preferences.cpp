@@ -2,6 +2,7 @@
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QStringDecoder>
 
 namespace verlis {
 
@@ -16,6 +17,13 @@ QByteArray fontNameBytes(const QString &name)
     return bytes.left(cut);
 }
 
+QString fontNameText(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = utf8(bytes);
+    return utf8.hasError() ? QString::fromLatin1(bytes) : text;
+}
+
 // QDataStream writes big-endian integers and IEEE doubles by default, the
 // record's own form; a read past the end gives zero, which the normalisation
 // turns into a default.
@@ -23,7 +31,8 @@ QByteArray encodePreferences(const Preferences &p)
 {
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
-    const QByteArray name = fontNameBytes(p.mainfont);
+    // A picked name was cut to fit when picked; a record's name fits.
+    const QByteArray name = p.mainfont.left(MaxFontNameBytes);
     out << p.mainSize << quint8(name.size());
     out.writeRawData(name.constData(), int(name.size()));
     out << p.MWLeft << p.MWTop << p.MWWidth << p.MWHeight;
@@ -40,15 +49,11 @@ Preferences decodePreferences(const QByteArray &bytes)
     Preferences p;
     quint8 nameLength = 0;
     in >> p.mainSize >> nameLength;
-    QByteArray name(nameLength, Qt::Uninitialized);
-    if (in.readRawData(name.data(), nameLength) != nameLength) {
-        name.clear();
+    p.mainfont.resize(nameLength);
+    if (in.readRawData(p.mainfont.data(), nameLength) != nameLength) {
+        p.mainfont.clear();
         in.setStatus(QDataStream::ReadPastEnd);
     }
-    // Bytes that are no UTF-8 read as U+FFFD, three bytes each in the next
-    // record: the name is cut now as that record will cut it, so that what
-    // is loaded is what is saved.
-    p.mainfont = QString::fromUtf8(fontNameBytes(QString::fromUtf8(name)));
     in >> p.MWLeft >> p.MWTop >> p.MWWidth >> p.MWHeight;
     // Only the byte 1 means true.
     for (bool *flag : {&p.mainBold, &p.mainItalic, &p.mainUnderline, &p.BshowNumber}) {
@@ -69,7 +74,7 @@ void normalisePreferences(Preferences &p, const SizeLimits &limits)
     if (p.mainSize > LargestTextSize || p.mainSize < SmallestTextSize)
         p.mainSize = DefaultTextSize;
     if (p.mainfont.isEmpty())
-        p.mainfont = QStringLiteral("system");
+        p.mainfont = QByteArrayLiteral("system");
     if (p.MWLeft == 0 && p.MWTop == 0 && p.MWWidth == 0 && p.MWHeight == 0) {
         p.MWLeft = DefaultLeft;
         p.MWTop = DefaultTop;

@@ -11,7 +11,9 @@ namespace verlis {
 
 // The settings that outlast a run. Zero values until loadPrefs normalises them.
 struct Preferences {
-    QString mainfont;
+    // The font name's bytes, as the record held them or as picked: they go
+    // back to the record as they are, whatever their encoding.
+    QByteArray mainfont;
     quint8 mainSize = 0;
     qint16 MWWidth = 0;
     qint16 MWHeight = 0;
@@ -44,8 +46,12 @@ Preferences decodePreferences(const QByteArray &bytes);
 // Turns zero, empty and out-of-range values into the defaults.
 void normalisePreferences(Preferences &prefs, const SizeLimits &limits);
 
-// The font name's bytes in the file: UTF-8, cut at a character boundary so
-// that the length fits one byte.
+// A picked font name's bytes: UTF-8, cut at a character boundary so that
+// the length fits one byte.
 QByteArray fontNameBytes(const QString &name);
+
+// The font name as text: UTF-8 where its bytes are UTF-8, else one character
+// to a byte, so that a name stored as Latin-1 still finds its font.
+QString fontNameText(const QByteArray &bytes);
 
 } // namespace verlis

@@ -11,6 +11,9 @@ namespace verlis {
 class PreferencesFile {
 public:
     static constexpr const char *FileName = "Verlis Preferences";
+    // Where a save keeps the new record until it replaces the old one, beside
+    // it: a name of the program's own, which no save leaves behind.
+    static constexpr const char *TempFileName = "Verlis Preferences.saving";
 
     // An empty folder name stands for none: nothing is read or written.
     explicit PreferencesFile(QString folder);

@@ -18,7 +18,7 @@ constexpr double FieldHeightPerTextSize = 26.0;
 void App::setAppearance()
 {
     mainWindow &w = *m_window;
-    const TextStyle labelStyle{prefs.mainfont, float(prefs.mainSize), prefs.mainBold,
+    const TextStyle labelStyle{fontNameText(prefs.mainfont), float(prefs.mainSize), prefs.mainBold,
                                prefs.mainItalic, prefs.mainUnderline};
     for (int i = 0; i < LineCount; ++i) {
         w.textLabel(i)->setTextStyle(labelStyle);

@@ -5,7 +5,9 @@
 #include <QTest>
 
 #include <csignal>
+#include <cstdarg>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -13,11 +15,26 @@
 
 using namespace verlis;
 
-// While set, the disk reports every sync as failed, as a failing disk does.
-static bool syncFails = false;
+// The faults of the disk while a run ends: a folder that takes no new file
+// (permissions alone don't bind root), every sync or every cut failing.
+static QString failing;
+extern "C" int openat(int dir, const char *name, int flags, ...)
+{
+    va_list args;
+    va_start(args, flags);
+    const int mode = flags & O_CREAT ? va_arg(args, int) : 0;
+    va_end(args);
+    if (failing.startsWith("read-only") && flags & O_CREAT)
+        return errno = EACCES, -1;
+    return int(syscall(SYS_openat, dir, name, flags, mode));
+}
 extern "C" int fdatasync(int fd)
 {
-    return syncFails ? (errno = EIO, -1) : int(syscall(SYS_fdatasync, fd));
+    return failing.endsWith("no sync") ? (errno = EIO, -1) : int(syscall(SYS_fdatasync, fd));
+}
+extern "C" int ftruncate(int fd, off_t length)
+{
+    return failing.endsWith("no cut") ? (errno = EIO, -1) : int(syscall(SYS_ftruncate, fd, length));
 }
 
 class TestApp_ : public QObject {
@@ -67,14 +84,19 @@ private slots:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<bool>("saved");
+        const QByteArray x80(80, 'x'),
+            latin1 = encodePreferences(
+                {{}, 11, 552, 516, 100, 100, false, false, false, false, 0, 0xFFFFFF});
         QTest::newRow("longer than any record") << "file" << QByteArray(400, 'x') << true;
+        QTest::newRow("a Latin-1 font name")
+            << "kept" << QByteArray(latin1).replace(1, 1, "\tCaf\xe9 Sans") << true;
+        QTest::newRow("a stale temporary file, a link") << "killed" << x80 << true;
         QTest::newRow("a link to a record") << "link" << QByteArray(80, '\0') << true;
-        QTest::newRow("a folder that takes no new file")
-            << "read-only" << QByteArray(80, 'x') << true;
-        QTest::newRow("a sync that fails keeps the record")
-            << "no sync" << QByteArray(80, 'x') << false;
-        QTest::newRow("a write that fails keeps the record")
-            << "full disk" << QByteArray(80, 'x') << false;
+        QTest::newRow("a folder that takes no new file") << "read-only" << x80 << true;
+        QTest::newRow("an in-place write cut short") << "read-only, full disk" << x80 << false;
+        QTest::newRow("an in-place cut that fails") << "read-only, no cut" << x80 << false;
+        QTest::newRow("a sync that fails keeps the record") << "no sync" << x80 << false;
+        QTest::newRow("a write that fails keeps the record") << "full disk" << x80 << false;
         QTest::newRow("a file in the folder's place") << "no folder" << QByteArray() << false;
         QTest::newRow("a pipe in its place") << "pipe" << QByteArray() << false;
     }
@@ -89,8 +111,6 @@ private slots:
                    : kind == "no folder" ? folder
                                          : file);
         QVERIFY(kind == "no folder" || QDir().mkpath(folder));
-        if (kind == "read-only" && geteuid() == 0)
-            QSKIP("permissions don't bind root");
         const QStringList others{file + ".backup", file + ".2024ab"}; // the user's own files
         for (const QString &other : others)
             QVERIFY(kind == "no folder" || writeBook(other, {other}));
@@ -100,24 +120,27 @@ private slots:
             QVERIFY(data.open(QIODevice::WriteOnly) && data.write(bytes) == bytes.size());
         data.close();
         QVERIFY(kind != "link" || QFile::link(data.fileName(), file));
+        // What a run killed while saving leaves, here leading to the user's own file.
+        QVERIFY(kind != "killed" ||
+                QFile::link(others[0], QDir(folder).filePath(PreferencesFile::TempFileName)));
         t.app->Event_Open();
-        QVERIFY(kind != "read-only" ||
-                QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        QVERIFY(kind != "kept" ||
+                t.app->window().textLabel(0)->textStyle().TextFont == "Café Sans");
         rlimit fileSize{};
         QCOMPARE(getrlimit(RLIMIT_FSIZE, &fileSize), 0);
         const rlimit full{10, fileSize.rlim_max}; // as a full disk, writes fail past 10 bytes
         signal(SIGXFSZ, SIG_IGN);
-        QVERIFY(kind != "full disk" || setrlimit(RLIMIT_FSIZE, &full) == 0);
-        syncFails = kind == "no sync";
+        QVERIFY(!kind.endsWith("full disk") || setrlimit(RLIMIT_FSIZE, &full) == 0);
+        failing = kind;
         t.app->Quit(0);
-        syncFails = false;
+        failing.clear();
         setrlimit(RLIMIT_FSIZE, &fileSize);
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(t.dialogs->messages.isEmpty());
         QCOMPARE(t.app->preferencesWrites(), int(saved));
         if (kind != "pipe") { // what stands in the record's place
             QVERIFY(data.open(QIODevice::ReadOnly));
-            QCOMPARE(data.readAll(), saved ? encodePreferences(t.app->prefs) : bytes);
+            QCOMPARE(data.readAll(),
+                     saved && kind != "kept" ? encodePreferences(t.app->prefs) : bytes);
         }
         QCOMPARE(QFileInfo(file).isSymLink(), kind == "link");
         for (const QString &other : others) // untouched, and nothing else left beside them
