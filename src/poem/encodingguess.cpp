@@ -1,0 +1,285 @@
+#include "encodingguess.h"
+
+#include "linedecoder.h"
+#include "unreadable.h"
+
+#include <QStringDecoder>
+
+#include <uchardet.h>
+#include <unicode/ucsdet.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+namespace verlis {
+
+namespace {
+
+const QByteArray Utf8("UTF-8");
+
+// What the charset detector of the C library names, upper case; empty where
+// it names nothing.
+QByteArray uchardetName(const QByteArray &sample)
+{
+    const std::unique_ptr<std::remove_pointer_t<uchardet_t>, void (*)(uchardet_t)> detector(
+        uchardet_new(), uchardet_delete);
+    if (!detector ||
+        uchardet_handle_data(detector.get(), sample.constData(), size_t(sample.size())) != 0)
+        return {};
+    uchardet_data_end(detector.get());
+    return QByteArray(uchardet_get_charset(detector.get())).toUpper();
+}
+
+// What the toolkit's own Unicode library names, upper case.
+QByteArray icuName(const QByteArray &sample)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<UCharsetDetector, void (*)(UCharsetDetector *)> detector(
+        ucsdet_open(&status), ucsdet_close);
+    ucsdet_setText(detector.get(), sample.constData(), int32_t(sample.size()), &status);
+    const UCharsetMatch *match = ucsdet_detect(detector.get(), &status);
+    return U_SUCCESS(status) && match ? QByteArray(ucsdet_getName(match, &status)).toUpper()
+                                      : QByteArray();
+}
+
+bool isKanji(char16_t c)
+{
+    return (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x4E00 && c <= 0x9FFF) ||
+           (c >= 0xF900 && c <= 0xFAFF);
+}
+
+bool isKana(char16_t c) // with the Japanese punctuation and full-width forms
+{
+    return (c >= 0x3000 && c <= 0x30FF) || (c >= 0xFF01 && c <= 0xFF60);
+}
+
+bool isHalfWidthKana(char16_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
+
+bool isEastAsian(char16_t c)
+{
+    return isKanji(c) || isKana(c) || (c >= 0x3100 && c <= 0x33FF) ||
+           (c >= 0xAC00 && c <= 0xD7AF) || (c >= 0xFE30 && c <= 0xFFEF) || QChar::isSurrogate(c);
+}
+
+// How unlike real text a line's reading is: each character that reads as
+// nothing, each symbol beyond ASCII, each letter in a script other than its
+// neighbour's, each lower-case letter followed by a capital. A text read in
+// the wrong one of two encodings shows them where the right reading shows
+// none: "cafÃ©" for "café", "РџСЂ" for "Пр", "ġŲ" for two kanji.
+int oddities(const QString &text)
+{
+    int odd = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c.unicode() < 0x80)
+            continue;
+        if (isUnreadable(c.unicode()))
+            odd += 2;
+        else if (!isEastAsian(c.unicode()) && (c.isSymbol() || c.isPunct()))
+            ++odd;
+        if (i == 0 || !c.isLetter() || !text.at(i - 1).isLetter())
+            continue;
+        const QChar before = text.at(i - 1);
+        odd += before.script() != c.script() && before.unicode() >= 0x80;
+        odd += before.isLower() && c.isUpper();
+    }
+    return odd;
+}
+
+// How Japanese some lines read in one encoding.
+struct JapaneseReading {
+    QByteArray encoding;
+    qsizetype faultyLines = 0;
+    double share = 0; // of the visible characters, those that are Japanese
+
+    JapaneseReading(const QByteArray &name, const QList<QByteArray> &lines) : encoding(name)
+    {
+        LineDecoder decoder(name);
+        qsizetype visible = 0, kanji = 0, kana = 0, halfWidth = 0;
+        for (const QByteArray &line : lines) {
+            const QString text = decoder.decode(line);
+            faultyLines += std::any_of(text.begin(), text.end(),
+                                       [](QChar c) { return isUnreadable(c.unicode()); });
+            for (const QChar c : text) {
+                visible += !c.isSpace();
+                kanji += isKanji(c.unicode());
+                kana += isKana(c.unicode());
+                halfWidth += isHalfWidthKana(c.unicode());
+            }
+        }
+        // Half-width katakana count only in a reading without kanji: EUC-JP
+        // read as CP932 is a jumble of both, a book in half-width katakana has none.
+        const qsizetype japanese = kanji + kana + (kanji == 0 ? halfWidth : 0);
+        share = visible == 0 ? 0.0 : double(japanese) / double(visible);
+    }
+};
+
+// Short lines of kanji give the detector too little to go on: it names UTF-8,
+// a Western code page or nothing. Where it names no East Asian encoding, a
+// Japanese reading wins that reads all lines but one as Japanese text.
+QByteArray japaneseEncoding(const QList<QByteArray> &lines)
+{
+    const qsizetype faultsAllowed = std::max<qsizetype>(1, lines.size() / 10);
+    QByteArray best;
+    double bestShare = 0.5;
+    for (const char *name : {"windows-31j", "EUC-JP"}) {
+        const JapaneseReading reading(name, lines);
+        if (reading.faultyLines <= faultsAllowed && reading.share > bestShare) {
+            best = reading.encoding;
+            bestShare = reading.share;
+        }
+    }
+    return best;
+}
+
+bool hasC1Bytes(const QByteArray &bytes)
+{
+    return std::any_of(bytes.begin(), bytes.end(),
+                       [](char b) { return uchar(b) >= 0x80 && uchar(b) <= 0x9F; });
+}
+
+qsizetype letterCount(const char *encoding, const QByteArray &bytes)
+{
+    const QString text = QStringDecoder(encoding).decode(bytes);
+    return std::count_if(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+}
+
+// The detector tells a Western book from others well but not the code pages
+// apart. Bytes 0x80-0x9F are controls in ISO-8859-1 and -15, letters and
+// signs in Windows-1252; without them, ISO-8859-15 is taken where it reads
+// more letters (œ, Š) than Latin-1's signs (½, ¦), else Windows-1252, which
+// reads all of Latin-1's text as Latin-1 does.
+QByteArray westernEncoding(const QByteArray &sample)
+{
+    if (!hasC1Bytes(sample) &&
+        letterCount("ISO-8859-15", sample) > letterCount("windows-1252", sample))
+        return "ISO-8859-15";
+    return "windows-1252";
+}
+
+// Windows-1250 and ISO-8859-2 share most letters at other codes: 0x80-0x9F
+// hold letters only in the first. Without them the two detectors' readings
+// of short books differ, and the other library's is the better one.
+QByteArray centralEuropeanEncoding(const QByteArray &sample, const QByteArray &detected)
+{
+    if (hasC1Bytes(sample))
+        return "windows-1250";
+    const QByteArray second = icuName(sample);
+    return second == "ISO-8859-2" || second == "WINDOWS-1250" ? second : detected;
+}
+
+// The encoding of the lines that can't be UTF-8. The detector names each of
+// the encodings read here rightly from a few lines of real text; its names
+// are mapped to the decoders' supersets (CP932, CP949, GB18030).
+QByteArray otherEncoding(const QList<QByteArray> &lines)
+{
+    const QByteArray sample = lines.join('\n');
+    const QByteArray detected = uchardetName(sample);
+    static const QList<QByteArray> eastAsian{"SHIFT_JIS", "EUC-JP", "GB18030", "GB2312", "GBK",
+                                             "BIG5",      "EUC-KR", "UHC",     "EUC-TW"};
+    if (!eastAsian.contains(detected))
+        if (const QByteArray japanese = japaneseEncoding(lines); !japanese.isEmpty())
+            return japanese;
+    if (detected == "SHIFT_JIS")
+        return "windows-31j";
+    if (detected == "EUC-KR" || detected == "UHC")
+        return "windows-949";
+    if (detected == "GB2312" || detected == "GBK")
+        return "GB18030";
+    if (detected == "ISO-8859-1" || detected == "WINDOWS-1252" || detected == "ISO-8859-15")
+        return westernEncoding(sample);
+    if (detected == "ISO-8859-2" || detected == "WINDOWS-1250")
+        return centralEuropeanEncoding(sample, detected);
+    if (detected.isEmpty() || detected == "ASCII" ||
+        !QStringDecoder(detected.constData()).isValid())
+        return Utf8; // what it can't read shows as U+FFFD
+    return detected;
+}
+
+// ISO-2022-JP is 7-bit and so valid UTF-8: a line is in it where it
+// switches to a JIS character set.
+bool switchesToJis(const QByteArray &line)
+{
+    for (const char *escape : {"\x1B$B", "\x1B$@", "\x1B(I", "\x1B(J", "\x1B$(D"})
+        if (line.contains(escape))
+            return true;
+    return false;
+}
+
+bool isAscii(const QByteArray &line)
+{
+    return std::all_of(line.begin(), line.end(), [](char b) { return uchar(b) < 0x80; });
+}
+
+} // namespace
+
+EncodingGuess::EncodingGuess(const QList<QByteArray> &lines)
+    : m_utf8(lines.size(), true), m_jis(lines.size(), false)
+{
+    QList<QByteArray> others;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        m_jis[i] = switchesToJis(lines[i]);
+        if (!m_jis[i] && !QUtf8StringView(lines[i]).isValidUtf8()) {
+            m_utf8[i] = false;
+            others.append(lines[i]);
+        }
+    }
+    m_encoding = others.isEmpty() ? Utf8 : otherEncoding(others);
+    if (m_encoding == Utf8)
+        return;
+    // A valid UTF-8 line is UTF-8 where the other reading has more oddities;
+    // where both read equally well, it goes with the lines that proved their
+    // encoding, by reading only in it.
+    LineDecoder utf8(Utf8), other(m_encoding);
+    qsizetype provenUtf8 = 0;
+    QList<qsizetype> even;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (!m_utf8[i] || m_jis[i] || isAscii(lines[i]))
+            continue;
+        const int asUtf8 = oddities(utf8.decode(lines[i]));
+        const QString otherText = other.decode(lines[i]);
+        const bool proven = std::any_of(otherText.begin(), otherText.end(),
+                                        [](QChar c) { return isUnreadable(c.unicode()); });
+        const int asOther = oddities(otherText);
+        provenUtf8 += proven;
+        if (asOther == asUtf8 && !proven)
+            even.append(i);
+        else
+            m_utf8[i] = proven || asUtf8 < asOther;
+    }
+    if (provenUtf8 < others.size())
+        for (const qsizetype i : even)
+            m_utf8[i] = false;
+}
+
+QByteArray EncodingGuess::encodingOf(qsizetype line) const
+{
+    if (m_jis.value(line))
+        return "ISO-2022-JP";
+    return m_utf8.value(line, true) ? Utf8 : m_encoding;
+}
+
+std::optional<QStringConverter::Encoding> EncodingGuess::wideEncoding(QByteArrayView start)
+{
+    if (const auto marked = QStringConverter::encodingForData(start);
+        marked && *marked != QStringConverter::Utf8)
+        return marked;
+    // Where most LF bytes stand beside a NUL, on the side that makes them
+    // whole 16-bit units, the book is UTF-16 of that byte order.
+    qsizetype lineFeeds = 0, little = 0, big = 0;
+    for (qsizetype i = 0; i + 1 < start.size(); ++i) {
+        if (start[i] != '\n')
+            continue;
+        ++lineFeeds;
+        little += i % 2 == 0 && start[i + 1] == '\0';
+        big += i % 2 == 1 && start[i - 1] == '\0';
+    }
+    if (2 * little > lineFeeds)
+        return QStringConverter::Utf16LE;
+    if (2 * big > lineFeeds)
+        return QStringConverter::Utf16BE;
+    return std::nullopt;
+}
+
+} // namespace verlis
