@@ -3,7 +3,9 @@
 #include "linedecoder.h"
 #include "unreadable.h"
 
+#include <QHash>
 #include <QStringDecoder>
+#include <QStringEncoder>
 
 #include <uchardet.h>
 #include <unicode/ucsdet.h>
@@ -74,8 +76,8 @@ int oddities(const QString &text)
         const QChar c = text.at(i);
         if (c.unicode() < 0x80)
             continue;
-        if (isUnreadable(c.unicode()))
-            odd += 2;
+        if (isUnreadable(c.unicode()) || (c.unicode() >= 0xE000 && c.unicode() <= 0xF8FF))
+            odd += 2; // nothing, or a private code: what a CJK code page makes of other bytes
         else if (!isEastAsian(c.unicode()) && (c.isSymbol() || c.isPunct()))
             ++odd;
         if (i == 0 || !c.isLetter() || !text.at(i - 1).isLetter())
@@ -93,7 +95,8 @@ struct JapaneseReading {
     qsizetype faultyLines = 0;
     double share = 0; // of the visible characters, those that are Japanese
 
-    JapaneseReading(const QByteArray &name, const QList<QByteArray> &lines) : encoding(name)
+    JapaneseReading(const QByteArray &name, const QList<QByteArray> &lines, bool halfWidthCounts)
+        : encoding(name)
     {
         LineDecoder decoder(name);
         qsizetype visible = 0, kanji = 0, kana = 0, halfWidth = 0;
@@ -109,22 +112,24 @@ struct JapaneseReading {
             }
         }
         // Half-width katakana count only in a reading without kanji: EUC-JP
-        // read as CP932 is a jumble of both, a book in half-width katakana has none.
-        const qsizetype japanese = kanji + kana + (kanji == 0 ? halfWidth : 0);
+        // read as CP932 is a jumble of both, a book in half-width katakana has
+        // none. KOI8-R's lower case is CP932's half-width katakana too.
+        const qsizetype japanese = kanji + kana + (kanji == 0 && halfWidthCounts ? halfWidth : 0);
         share = visible == 0 ? 0.0 : double(japanese) / double(visible);
     }
 };
 
 // Short lines of kanji give the detector too little to go on: it names UTF-8,
 // a Western code page or nothing. Where it names no East Asian encoding, a
-// Japanese reading wins that reads all lines but one as Japanese text.
-QByteArray japaneseEncoding(const QList<QByteArray> &lines)
+// Japanese reading wins that reads all lines but one as Japanese text;
+// half-width katakana only where it names nothing at all.
+QByteArray japaneseEncoding(const QList<QByteArray> &lines, bool halfWidthCounts)
 {
     const qsizetype faultsAllowed = std::max<qsizetype>(1, lines.size() / 10);
     QByteArray best;
     double bestShare = 0.5;
     for (const char *name : {"windows-31j", "EUC-JP"}) {
-        const JapaneseReading reading(name, lines);
+        const JapaneseReading reading(name, lines, halfWidthCounts);
         if (reading.faultyLines <= faultsAllowed && reading.share > bestShare) {
             best = reading.encoding;
             bestShare = reading.share;
@@ -133,10 +138,15 @@ QByteArray japaneseEncoding(const QList<QByteArray> &lines)
     return best;
 }
 
-bool hasC1Bytes(const QByteArray &bytes)
+// Whether bytes 0x80-0x9F stand in more than one line: one alone may be a
+// stray byte.
+bool hasC1Bytes(const QByteArray &sample)
 {
-    return std::any_of(bytes.begin(), bytes.end(),
-                       [](char b) { return uchar(b) >= 0x80 && uchar(b) <= 0x9F; });
+    int lines = 0;
+    for (const QByteArray &line : sample.split('\n'))
+        lines += std::any_of(line.begin(), line.end(),
+                             [](char b) { return uchar(b) >= 0x80 && uchar(b) <= 0x9F; });
+    return lines > 1;
 }
 
 qsizetype letterCount(const char *encoding, const QByteArray &bytes)
@@ -165,21 +175,24 @@ QByteArray centralEuropeanEncoding(const QByteArray &sample, const QByteArray &d
 {
     if (hasC1Bytes(sample))
         return "windows-1250";
-    const QByteArray second = icuName(sample);
+    QByteArray letters = sample; // without a stray byte 0x80-0x9F
+    letters.removeIf([](char b) { return uchar(b) >= 0x80 && uchar(b) <= 0x9F; });
+    const QByteArray second = icuName(letters);
     return second == "ISO-8859-2" || second == "WINDOWS-1250" ? second : detected;
 }
 
-// The encoding of the lines that can't be UTF-8. The detector names each of
-// the encodings read here rightly from a few lines of real text; its names
-// are mapped to the decoders' supersets (CP932, CP949, GB18030).
-QByteArray otherEncoding(const QList<QByteArray> &lines)
+// The encoding some lines read in, as a detector names it. The C library's
+// names each of the encodings read here rightly from a few lines of real
+// text; its names are mapped to the decoders' supersets (CP932, CP949,
+// GB18030).
+QByteArray namedEncoding(const QList<QByteArray> &lines, const QByteArray &detected)
 {
     const QByteArray sample = lines.join('\n');
-    const QByteArray detected = uchardetName(sample);
     static const QList<QByteArray> eastAsian{"SHIFT_JIS", "EUC-JP", "GB18030", "GB2312", "GBK",
                                              "BIG5",      "EUC-KR", "UHC",     "EUC-TW"};
     if (!eastAsian.contains(detected))
-        if (const QByteArray japanese = japaneseEncoding(lines); !japanese.isEmpty())
+        if (const QByteArray japanese = japaneseEncoding(lines, detected.isEmpty());
+            !japanese.isEmpty())
             return japanese;
     if (detected == "SHIFT_JIS")
         return "windows-31j";
@@ -197,6 +210,65 @@ QByteArray otherEncoding(const QList<QByteArray> &lines)
     return detected;
 }
 
+qsizetype faultyLines(const QByteArray &encoding, const QList<QByteArray> &lines)
+{
+    LineDecoder decoder(encoding);
+    return std::count_if(lines.begin(), lines.end(), [&](const QByteArray &line) {
+        const QString text = decoder.decode(line);
+        return std::any_of(text.begin(), text.end(),
+                           [](QChar c) { return isUnreadable(c.unicode()); });
+    });
+}
+
+// The encoding of the lines that can't be UTF-8. Where the C library's
+// detector names nothing, or what can't read them, as from a line or two,
+// the toolkit's own library is asked.
+QByteArray otherEncoding(const QList<QByteArray> &lines)
+{
+    const QByteArray first = namedEncoding(lines, uchardetName(lines.join('\n')));
+    const qsizetype faults = faultyLines(first, lines);
+    if (first != Utf8 && faults == 0)
+        return first;
+    const QByteArray second = namedEncoding(lines, icuName(lines.join('\n')));
+    return second != Utf8 && faultyLines(second, lines) < faults ? second : first;
+}
+
+// The script most letters beyond ASCII are in.
+QChar::Script mainScript(const QString &text)
+{
+    QHash<QChar::Script, qsizetype> counts;
+    for (const QChar c : text)
+        if (c.unicode() >= 0x80 && c.isLetter())
+            ++counts[c.script()];
+    QChar::Script main = QChar::Script_Unknown;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+        if (main == QChar::Script_Unknown || it.value() > counts.value(main))
+            main = it.key();
+    return main;
+}
+
+// A line or two that can't be UTF-8 in a book of UTF-8 lines is too little
+// for a detector. Where what it named can't read them, the lines are taken
+// to be in the language of the book's UTF-8 lines: the first code page of
+// their script that reads them whole.
+QByteArray encodingOfScript(const QList<QByteArray> &lines, const QString &utf8Text)
+{
+    const QChar::Script script = mainScript(utf8Text);
+    for (const char *candidate :
+         {"windows-1251", "KOI8-R", "windows-1252", "windows-1250", "ISO-8859-7", "windows-31j",
+          "EUC-JP", "GB18030", "windows-949", "Big5"}) {
+        if (faultyLines(candidate, lines) > 0)
+            continue;
+        LineDecoder decoder(candidate);
+        QString text;
+        for (const QByteArray &line : lines)
+            text += decoder.decode(line);
+        if (script != QChar::Script_Unknown && mainScript(text) == script)
+            return candidate;
+    }
+    return {};
+}
+
 // ISO-2022-JP is 7-bit and so valid UTF-8: a line is in it where it
 // switches to a JIS character set.
 bool switchesToJis(const QByteArray &line)
@@ -205,6 +277,15 @@ bool switchesToJis(const QByteArray &line)
         if (line.contains(escape))
             return true;
     return false;
+}
+
+// A code page of one byte a character: it writes a letter of each of four
+// scripts, or a substitute for it, in a byte each.
+bool isSingleByte(const QByteArray &encoding)
+{
+    QStringEncoder encoder(encoding.constData());
+    const QByteArray bytes = encoder.encode(QStringLiteral("\u00FF\u0416\u03A9\u4E00"));
+    return bytes.size() == 4;
 }
 
 bool isAscii(const QByteArray &line)
@@ -226,13 +307,23 @@ EncodingGuess::EncodingGuess(const QList<QByteArray> &lines)
         }
     }
     m_encoding = others.isEmpty() ? Utf8 : otherEncoding(others);
-    if (m_encoding == Utf8)
+    if (m_encoding == Utf8 || others.size() == lines.size())
         return;
-    // A valid UTF-8 line is UTF-8 where the other reading has more oddities;
-    // where both read equally well, it goes with the lines that proved their
-    // encoding, by reading only in it.
+    if (faultyLines(m_encoding, others) > 0) {
+        QString utf8Text;
+        for (qsizetype i = 0; i < lines.size(); ++i)
+            if (m_utf8[i])
+                utf8Text += QString::fromUtf8(lines[i]);
+        if (const QByteArray byScript = encodingOfScript(others, utf8Text); !byScript.isEmpty())
+            m_encoding = byScript;
+    }
+    // A valid UTF-8 line is UTF-8 where the other reading has more oddities.
+    // Text in a code page of one byte a letter never makes UTF-8's sequences
+    // but by chance, so a tie goes to UTF-8; two kanji of a double-byte code
+    // page can, so there a tie goes with most lines of the book.
     LineDecoder utf8(Utf8), other(m_encoding);
-    qsizetype provenUtf8 = 0;
+    const bool singleByte = isSingleByte(m_encoding);
+    qsizetype validLines = 0;
     QList<qsizetype> even;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (!m_utf8[i] || m_jis[i] || isAscii(lines[i]))
@@ -242,13 +333,13 @@ EncodingGuess::EncodingGuess(const QList<QByteArray> &lines)
         const bool proven = std::any_of(otherText.begin(), otherText.end(),
                                         [](QChar c) { return isUnreadable(c.unicode()); });
         const int asOther = oddities(otherText);
-        provenUtf8 += proven;
+        ++validLines;
         if (asOther == asUtf8 && !proven)
             even.append(i);
         else
             m_utf8[i] = proven || asUtf8 < asOther;
     }
-    if (provenUtf8 < others.size())
+    if (!singleByte && validLines < others.size())
         for (const qsizetype i : even)
             m_utf8[i] = false;
 }
