@@ -225,11 +225,13 @@ qsizetype faultyLines(const QByteArray &encoding, const QList<QByteArray> &lines
 // the toolkit's own library is asked.
 QByteArray otherEncoding(const QList<QByteArray> &lines)
 {
-    const QByteArray first = namedEncoding(lines, uchardetName(lines.join('\n')));
+    constexpr qsizetype SampleSize = qsizetype(64) * 1024; // far more than the detectors need
+    const QByteArray sample = lines.join('\n').left(SampleSize);
+    const QByteArray first = namedEncoding(lines, uchardetName(sample));
     const qsizetype faults = faultyLines(first, lines);
     if (first != Utf8 && faults == 0)
         return first;
-    const QByteArray second = namedEncoding(lines, icuName(lines.join('\n')));
+    const QByteArray second = namedEncoding(lines, icuName(sample));
     return second != Utf8 && faultyLines(second, lines) < faults ? second : first;
 }
 
@@ -349,6 +351,13 @@ QByteArray EncodingGuess::encodingOf(qsizetype line) const
     if (m_jis.value(line))
         return "ISO-2022-JP";
     return m_utf8.value(line, true) ? Utf8 : m_encoding;
+}
+
+QByteArray EncodingGuess::encodingOf(const QByteArray &line) const
+{
+    if (switchesToJis(line))
+        return "ISO-2022-JP";
+    return QUtf8StringView(line).isValidUtf8() ? Utf8 : m_encoding;
 }
 
 std::optional<QStringConverter::Encoding> EncodingGuess::wideEncoding(QByteArrayView start)

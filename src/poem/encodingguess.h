@@ -27,6 +27,9 @@ public:
     QByteArray encoding() const { return m_encoding; }
     // The encoding the line of that index reads in.
     QByteArray encodingOf(qsizetype line) const;
+    // The encoding a line that took no part in the guess reads in (a long
+    // one, cut, that shouldn't sway the others), by its own bytes alone.
+    QByteArray encodingOf(const QByteArray &line) const;
 
     // A book in UTF-16 or UTF-32, told by its byte-order mark, or in UTF-16
     // without one by where its line ends' NUL bytes stand.

@@ -19,6 +19,11 @@ namespace verlis {
 namespace {
 
 constexpr qsizetype ChunkSize = qsizetype(64) * 1024;
+// After the first chunk: a file that goes on past a book is read in fewer,
+// larger reads.
+constexpr qsizetype LaterChunkSize = qsizetype(1024) * 1024;
+// What of a cut line tells its encoding where every line was cut.
+constexpr qsizetype CutHead = 1024;
 // The bytes of one line kept before decoding: more than MaxLineLength
 // characters in any of the encodings read, so that the cut of the decoded
 // line is the only one that shows.
@@ -42,7 +47,7 @@ const Unit *skipLineEnds(const Unit *from, const Unit *end)
     while (end - from >= Block) {
         bool all = true;
         for (qsizetype i = 0; i < Block; ++i)
-            all &= (from[i] == '\n') | (from[i] == '\r');
+            all &= int(from[i] == '\n') | int(from[i] == '\r');
         if (!all)
             break;
         from += Block;
@@ -153,19 +158,28 @@ QString cleaned(QString line)
 using ByteLines = QList<LineCollector<QByteArray>::Line>;
 
 // Each line decoded on its own in the encoding it was told to be in. A cut
-// line's last bytes, which may hold half a character, take no part in
-// telling it, so that a long line reads as the rest of the book.
+// line takes no part in telling the book's encoding, so that adding one
+// never changes how the others read; where every line was cut, their heads
+// do, without the last bytes, which may hold half a character.
 QStringList decodeLines(const ByteLines &lines)
 {
-    QList<QByteArray> heads;
-    heads.reserve(lines.size());
-    for (const auto &line : lines)
-        heads.append(line.cut ? line.text.chopped(CutTail) : line.text);
-    const EncodingGuess guess(heads);
+    QList<QByteArray> uncut, heads;
+    QList<qsizetype> judged(lines.size(), -1); // each line's index among those judged
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        heads.append(lines[i].text.left(CutHead).chopped(std::min(CutTail, lines[i].text.size())));
+        if (!lines[i].cut) {
+            judged[i] = uncut.size();
+            uncut.append(lines[i].text);
+        }
+    }
+    const bool allCut = uncut.isEmpty();
+    const EncodingGuess guess(allCut ? heads : uncut);
     std::vector<LineDecoder> decoders; // one an encoding, a few at most
     QStringList decoded;
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QByteArray encoding = guess.encodingOf(i);
+        const QByteArray encoding = allCut           ? guess.encodingOf(i)
+                                    : judged[i] >= 0 ? guess.encodingOf(judged[i])
+                                                     : guess.encodingOf(heads[i]);
         auto decoder = std::find_if(decoders.begin(), decoders.end(),
                                     [&](const LineDecoder &d) { return d.encoding() == encoding; });
         if (decoder == decoders.end()) {
@@ -186,7 +200,7 @@ void collect(LineCollector<Text> &collector, QIODevice &device, QByteArray chunk
 {
     qsizetype read = chunk.size();
     while (!chunk.isEmpty() && !collector.feed(decode(chunk)) && read < MaxReadBytes) {
-        chunk = device.read(std::min(ChunkSize, MaxReadBytes - read));
+        chunk = device.read(std::min(LaterChunkSize, MaxReadBytes - read));
         read += chunk.size();
     }
     collector.finish();
