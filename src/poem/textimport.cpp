@@ -18,8 +18,7 @@ namespace verlis {
 
 namespace {
 
-constexpr qsizetype ChunkSize = qsizetype(64) * 1024;
-// After the first chunk: a file that goes on past a book is read in fewer,
+// After the first read: a file that goes on past a book is read in fewer,
 // larger reads.
 constexpr qsizetype LaterChunkSize = qsizetype(1024) * 1024;
 // What of a cut line tells its encoding where every line was cut.
@@ -193,6 +192,16 @@ QStringList decodeLines(const ByteLines &lines)
     return decoded;
 }
 
+// Up to `limit` bytes of the device. A file's read asks for no more than it
+// holds: a buffer of the whole chunk for the last few bytes costs more than
+// reading them.
+QByteArray readChunk(QIODevice &device, qsizetype limit)
+{
+    if (!device.isSequential())
+        limit = qsizetype(std::min<qint64>(limit, device.bytesAvailable()));
+    return limit > 0 ? device.read(limit) : QByteArray();
+}
+
 // Reads chunks of the device into the collector until it has what it
 // needs, the device ends or MaxReadBytes have been read.
 template <typename Text, typename Decode>
@@ -200,7 +209,7 @@ void collect(LineCollector<Text> &collector, QIODevice &device, QByteArray chunk
 {
     qsizetype read = chunk.size();
     while (!chunk.isEmpty() && !collector.feed(decode(chunk)) && read < MaxReadBytes) {
-        chunk = device.read(std::min(LaterChunkSize, MaxReadBytes - read));
+        chunk = readChunk(device, std::min(LaterChunkSize, MaxReadBytes - read));
         read += chunk.size();
     }
     collector.finish();
@@ -238,10 +247,10 @@ QStringList readBytes(QIODevice &device, QByteArray chunk)
 
 QStringList readBook(QIODevice &device)
 {
-    QByteArray first = device.read(ChunkSize);
+    QByteArray first = readChunk(device, FirstReadBytes);
     // A byte-order mark needs up to four bytes; a tiny first read is topped up.
     while (first.size() < 4) {
-        const QByteArray more = device.read(ChunkSize);
+        const QByteArray more = readChunk(device, FirstReadBytes);
         if (more.isEmpty())
             break;
         first += more;

@@ -20,6 +20,9 @@ inline constexpr qsizetype MaxReadBytes = qsizetype(64) * 1024 * 1024;
 // A longer line is no poem line: it is cut here, so that no table row or
 // field ever has to lay out megabytes.
 inline constexpr qsizetype MaxLineLength = 4096;
+// The start of a file read first: whether the book is in UTF-16 or UTF-32
+// is told from it alone.
+inline constexpr qsizetype FirstReadBytes = qsizetype(64) * 1024;
 
 // Reads the non-empty lines of a book, as its author wrote them, in any of
 // the encodings EncodingGuess tells; a book may mix UTF-8 lines with lines in
