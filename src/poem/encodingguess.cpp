@@ -26,9 +26,14 @@ QByteArray uchardetName(const QByteArray &sample)
 {
     const std::unique_ptr<std::remove_pointer_t<uchardet_t>, void (*)(uchardet_t)> detector(
         uchardet_new(), uchardet_delete);
-    if (!detector ||
-        uchardet_handle_data(detector.get(), sample.constData(), size_t(sample.size())) != 0)
+    if (!detector)
         return {};
+    // In pieces: once the detector is sure, it passes over the rest.
+    constexpr qsizetype Piece = 512;
+    for (qsizetype at = 0; at < sample.size(); at += Piece)
+        if (uchardet_handle_data(detector.get(), sample.constData() + at,
+                                 size_t(std::min(Piece, sample.size() - at))) != 0)
+            return {};
     uchardet_data_end(detector.get());
     return QByteArray(uchardet_get_charset(detector.get())).toUpper();
 }
@@ -95,7 +100,9 @@ struct JapaneseReading {
     qsizetype faultyLines = 0;
     double share = 0; // of the visible characters, those that are Japanese
 
-    JapaneseReading(const QByteArray &name, const QList<QByteArray> &lines, bool halfWidthCounts)
+    // Reads no further once more than `faultsAllowed` lines are faulty.
+    JapaneseReading(const QByteArray &name, const QList<QByteArray> &lines, bool halfWidthCounts,
+                    qsizetype faultsAllowed)
         : encoding(name)
     {
         LineDecoder decoder(name);
@@ -104,6 +111,8 @@ struct JapaneseReading {
             const QString text = decoder.decode(line);
             faultyLines += std::any_of(text.begin(), text.end(),
                                        [](QChar c) { return isUnreadable(c.unicode()); });
+            if (faultyLines > faultsAllowed)
+                return;
             for (const QChar c : text) {
                 visible += !c.isSpace();
                 kanji += isKanji(c.unicode());
@@ -129,7 +138,7 @@ QByteArray japaneseEncoding(const QList<QByteArray> &lines, bool halfWidthCounts
     QByteArray best;
     double bestShare = 0.5;
     for (const char *name : {"windows-31j", "EUC-JP"}) {
-        const JapaneseReading reading(name, lines, halfWidthCounts);
+        const JapaneseReading reading(name, lines, halfWidthCounts, faultsAllowed);
         if (reading.faultyLines <= faultsAllowed && reading.share > bestShare) {
             best = reading.encoding;
             bestShare = reading.share;
@@ -225,7 +234,10 @@ qsizetype faultyLines(const QByteArray &encoding, const QList<QByteArray> &lines
 // the toolkit's own library is asked.
 QByteArray otherEncoding(const QList<QByteArray> &lines)
 {
-    constexpr qsizetype SampleSize = qsizetype(64) * 1024; // far more than the detectors need
+    // A few hundred characters of real text: each book of the import test is
+    // named rightly from them. The detectors' cost grows with the sample, and
+    // with the whole book it was most of the import's time.
+    constexpr qsizetype SampleSize = 1024;
     const QByteArray sample = lines.join('\n').left(SampleSize);
     const QByteArray first = namedEncoding(lines, uchardetName(sample));
     const qsizetype faults = faultyLines(first, lines);
@@ -275,6 +287,8 @@ QByteArray encodingOfScript(const QList<QByteArray> &lines, const QString &utf8T
 // switches to a JIS character set.
 bool switchesToJis(const QByteArray &line)
 {
+    if (!line.contains('\x1B'))
+        return false;
     for (const char *escape : {"\x1B$B", "\x1B$@", "\x1B(I", "\x1B(J", "\x1B$(D"})
         if (line.contains(escape))
             return true;

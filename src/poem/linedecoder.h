@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <optional>
 
 namespace verlis {
@@ -25,6 +26,19 @@ public:
             text.chop(1);
         else
             m_decoder.reset();
+        return text;
+    }
+
+    // The start of a cut line, decoded no further than gives `length`
+    // characters: the rest would be cut off anyway. Where the cut left half a
+    // character, it shows as nothing.
+    QString decodeStart(const QByteArray &line, qsizetype length) const
+    {
+        QStringDecoder decoder(m_encoding.constData());
+        QString text;
+        for (qsizetype at = 0; at < line.size() && text.size() < length; at += length)
+            text +=
+                decoder.decode(QByteArrayView(line).sliced(at, std::min(length, line.size() - at)));
         return text;
     }
 

@@ -10,6 +10,7 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -25,15 +26,15 @@ constexpr qsizetype LaterChunkSize = qsizetype(1024) * 1024;
 constexpr qsizetype CutHead = 1024;
 // The bytes of one line kept before decoding: more than MaxLineLength
 // characters in any of the encodings read, so that the cut of the decoded
-// line is the only one that shows.
-constexpr qsizetype MaxLineBytes = qsizetype(8) * MaxLineLength;
-// Where a line was cut, its last bytes may hold half a character.
-constexpr qsizetype CutTail = 8;
+// line is the only one that shows; and few enough that a book of 140 lines,
+// each of them cut, fits in the budget.
+constexpr qsizetype MaxLineBytes = qsizetype(7) * MaxLineLength;
+static_assert(MaxBookLines * MaxLineBytes <= ReadBudget);
 
 template <typename Unit>
 bool isLineEnd(Unit c)
 {
-    return c == '\n' || c == '\r';
+    return c == u'\n' || c == u'\r';
 }
 
 // The first unit at or after `from` that is no line end. Whole blocks are
@@ -46,7 +47,7 @@ const Unit *skipLineEnds(const Unit *from, const Unit *end)
     while (end - from >= Block) {
         bool all = true;
         for (qsizetype i = 0; i < Block; ++i)
-            all &= int(from[i] == '\n') | int(from[i] == '\r');
+            all &= int(from[i] == u'\n') | int(from[i] == u'\r');
         if (!all)
             break;
         from += Block;
@@ -55,6 +56,43 @@ const Unit *skipLineEnds(const Unit *from, const Unit *end)
         ++from;
     return from;
 }
+
+const char *find(const char *from, const char *end, char c)
+{
+    const void *found = std::memchr(from, c, size_t(end - from));
+    return found ? static_cast<const char *>(found) : end;
+}
+
+const QChar *find(const QChar *from, const QChar *end, char c)
+{
+    const qsizetype at = QStringView(from, end).indexOf(QLatin1Char(c));
+    return at < 0 ? end : from + at;
+}
+
+// Finds the line ends of one chunk with the library's vectorised searches,
+// one for LF and one for CR. Where one is found past the other it is kept
+// for later, so that each unit is searched once however the two are mixed:
+// a cut line's tail is passed over at the speed of memchr.
+template <typename Unit>
+class LineEndFinder {
+public:
+    explicit LineEndFinder(const Unit *end) : m_end(end) {}
+
+    // The first line end at or after `from`, or the chunk's end.
+    const Unit *next(const Unit *from)
+    {
+        if (!m_lineFeed || m_lineFeed < from)
+            m_lineFeed = find(from, m_end, '\n');
+        if (!m_return || m_return < from)
+            m_return = find(from, m_end, '\r');
+        return std::min(m_lineFeed, m_return);
+    }
+
+private:
+    const Unit *const m_end;
+    const Unit *m_lineFeed = nullptr;
+    const Unit *m_return = nullptr;
+};
 
 // Splits a stream of chunks into its non-empty lines, each kept to
 // `maxLength` units. Only the units kept spend the budget: line ends and
@@ -77,6 +115,7 @@ public:
     {
         const auto *data = chunk.constData();
         const auto *end = data + chunk.size();
+        LineEndFinder finder(end);
         const auto *at = data;
         while (at < end) {
             if (isLineEnd(*at)) {
@@ -85,8 +124,7 @@ public:
                 at = skipLineEnds(at, end);
                 continue;
             }
-            const auto *lineEnd =
-                std::find_if(at, end, isLineEnd<std::remove_cvref_t<decltype(*at)>>);
+            const auto *lineEnd = finder.next(at);
             keep(chunk, at - data, lineEnd - at);
             at = lineEnd;
             if (m_budget <= 0)
@@ -154,6 +192,26 @@ QString cleaned(QString line)
     return line;
 }
 
+// What of a cut line judges its encoding: its start, without a UTF-8
+// character that the cut left incomplete, so that a UTF-8 line still reads
+// as UTF-8.
+QByteArray headOf(const QByteArray &line)
+{
+    QByteArray head = line.left(CutHead);
+    const qsizetype last = std::min<qsizetype>(3, head.size());
+    for (qsizetype back = 1; back <= last; ++back) {
+        const auto byte = uchar(head.at(head.size() - back));
+        if (byte < 0x80)
+            break;
+        if (byte >= 0xC0) { // the lead byte: are all the bytes it needs there?
+            if ((byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2) > back)
+                head.chop(back);
+            break;
+        }
+    }
+    return head;
+}
+
 using ByteLines = QList<LineCollector<QByteArray>::Line>;
 
 // Each line decoded on its own in the encoding it was told to be in. A cut
@@ -165,7 +223,7 @@ QStringList decodeLines(const ByteLines &lines)
     QList<QByteArray> uncut, heads;
     QList<qsizetype> judged(lines.size(), -1); // each line's index among those judged
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        heads.append(lines[i].text.left(CutHead).chopped(std::min(CutTail, lines[i].text.size())));
+        heads.append(headOf(lines[i].text));
         if (!lines[i].cut) {
             judged[i] = uncut.size();
             uncut.append(lines[i].text);
@@ -185,9 +243,10 @@ QStringList decodeLines(const ByteLines &lines)
             decoders.emplace_back(encoding);
             decoder = std::prev(decoders.end());
         }
-        QString text = decoder->decode(lines[i].text);
+        QString text = lines[i].cut ? decoder->decodeStart(lines[i].text, MaxLineLength + 1)
+                                    : decoder->decode(lines[i].text);
         if (!text.isEmpty()) // bytes that read as no text at all, an escape sequence alone
-            decoded.append(shortened(cleaned(std::move(text))));
+            decoded.append(cleaned(shortened(std::move(text))));
     }
     return decoded;
 }
@@ -229,7 +288,7 @@ QStringList readWide(QStringConverter::Encoding encoding, QIODevice &device, QBy
             [&](const QByteArray &bytes) { return decoder.decode(bytes); });
     QStringList lines;
     for (const auto &line : collector.lines())
-        lines.append(shortened(cleaned(line.text)));
+        lines.append(cleaned(shortened(line.text)));
     return lines;
 }
 

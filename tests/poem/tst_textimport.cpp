@@ -170,6 +170,11 @@ private slots:
         parts[9] = QByteArray(5 * 1024 * 1024, 'x');
         book140[9] = QString(MaxLineLength, 'x');
         QTest::newRow("a 5 MiB line, then 130 lines") << parts.join('\n') << book140 << -1;
+        // 140 lines cut inside a character: their starts, which tell the
+        // encoding, are cut too; and all of them fit in the budget.
+        QTest::newRow("utf-8, 140 lines of 12,000 kanji")
+            << joined("UTF-8", QStringList(140, QString(12000, QChar(0x6625))))
+            << QStringList(140, QString(MaxLineLength, QChar(0x6625))) << -1;
         QTest::newRow("4 MiB of blank lines first")
             << QByteArray(ReadBudget, '\n') + joined("UTF-8", ja) << ja << -1;
         QTest::newRow("utf-16, lone and reversed surrogates")
