@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <memory>
 
 namespace verlis {
@@ -381,13 +382,18 @@ std::optional<QStringConverter::Encoding> EncodingGuess::wideEncoding(QByteArray
         return marked;
     // Where most LF bytes stand beside a NUL, on the side that makes them
     // whole 16-bit units, the book is UTF-16 of that byte order.
+    // The line feeds are found with memchr: the whole first read is searched.
     qsizetype lineFeeds = 0, little = 0, big = 0;
-    for (qsizetype i = 0; i + 1 < start.size(); ++i) {
-        if (start[i] != '\n')
-            continue;
+    const char *const data = start.data();
+    const qsizetype last = start.size() - 1; // a line feed needs a byte after it
+    for (qsizetype i = 0; i < last; ++i) {
+        const void *found = std::memchr(data + i, '\n', size_t(last - i));
+        if (!found)
+            break;
+        i = static_cast<const char *>(found) - data;
         ++lineFeeds;
-        little += i % 2 == 0 && start[i + 1] == '\0';
-        big += i % 2 == 1 && start[i - 1] == '\0';
+        little += i % 2 == 0 && data[i + 1] == '\0';
+        big += i % 2 == 1 && data[i - 1] == '\0';
     }
     if (2 * little > lineFeeds)
         return QStringConverter::Utf16LE;
