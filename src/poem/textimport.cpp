@@ -45,10 +45,10 @@ const Unit *skipLineEnds(const Unit *from, const Unit *end)
 {
     constexpr qsizetype Block = 64;
     while (end - from >= Block) {
-        bool all = true;
+        unsigned other = 0;
         for (qsizetype i = 0; i < Block; ++i)
-            all &= int(from[i] == u'\n') | int(from[i] == u'\r');
-        if (!all)
+            other |= unsigned(from[i] != u'\n') & unsigned(from[i] != u'\r');
+        if (other != 0)
             break;
         from += Block;
     }
