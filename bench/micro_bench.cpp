@@ -164,7 +164,7 @@ void BM_LiveResizeStep(benchmark::State &state) { liveResize(state); }
 // Book files, written once.
 struct Books {
     QTemporaryDir dir;
-    QString utf8, shiftJis, huge, longLines, longLineBook;
+    QString utf8, shiftJis, gb18030, cp1251, huge, lineEnds, longLines, longLineBook;
 
     Books()
     {
@@ -174,6 +174,17 @@ struct Books {
         utf8 = write("utf8.txt", book);
         QStringEncoder toShiftJis("windows-31j");
         shiftJis = write("sjis.txt", toShiftJis.encode(QString::fromUtf8(book)));
+        gb18030 = write("gb18030.txt", realBook("zh_CN", "GB18030"));
+        cp1251 = write("cp1251.txt", realBook("ru", "windows-1251"));
+
+        // Line ends only, twice as many as are read: the read stops at
+        // MaxReadBytes, so this costs what 1 GiB of them would.
+        QFile blank(dir.filePath("line-ends.txt"));
+        blank.open(QIODevice::WriteOnly);
+        const QByteArray ends(1024 * 1024, '\n');
+        for (qsizetype written = 0; written < 2 * MaxReadBytes; written += ends.size())
+            blank.write(ends);
+        lineEnds = blank.fileName();
 
         QFile file(dir.filePath("huge.txt"));
         file.open(QIODevice::WriteOnly);
@@ -194,6 +205,14 @@ struct Books {
         for (QString &line : lines)
             line = line.repeated(51 / line.size() + 1).left(51);
         longLineBook = write("long-lines.txt", lines.join(QLatin1Char('\n')).toUtf8());
+    }
+
+    // A book of real text from the import test's books, in an encoding of its language.
+    static QByteArray realBook(const char *language, const char *encoding)
+    {
+        QFile file(QStringLiteral(VERLIS_SOURCE_DIR "/tests/poem/books/%1.txt").arg(language));
+        file.open(QIODevice::ReadOnly);
+        return QStringEncoder(encoding).encode(QString::fromUtf8(file.readAll()));
     }
 
     QString write(const char *name, const QByteArray &bytes)
@@ -236,7 +255,19 @@ void importFile(benchmark::State &state, const QString &path, bool whole = true)
 
 void BM_ImportUtf8(benchmark::State &s) { importFile(s, books().utf8); }
 void BM_ImportShiftJis(benchmark::State &s) { importFile(s, books().shiftJis); }
+void BM_ImportGb18030(benchmark::State &s) { importFile(s, books().gb18030); }
+void BM_ImportCp1251(benchmark::State &s) { importFile(s, books().cp1251); }
 void BM_Import100MB(benchmark::State &s) { importFile(s, books().huge); }
+
+void BM_ImportLineEndsOnly(benchmark::State &state)
+{
+    for (auto _ : state) {
+        const QStringList read = readBookFile(books().lineEnds);
+        if (!read.isEmpty())
+            state.SkipWithError("line ends read as lines");
+        benchmark::DoNotOptimize(read);
+    }
+}
 void BM_Import140LinesOf100KB(benchmark::State &s)
 {
     importFile(s, books().longLines, false); // 4 MiB of it: the read budget
@@ -296,6 +327,9 @@ BENCHMARK(BM_LiveResizeStep)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LiveResizeStepLongLines)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ImportUtf8)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ImportShiftJis)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ImportGb18030)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ImportCp1251)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ImportLineEndsOnly)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Import100MB)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Import140LinesOf100KB)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ReadTextIntoWindow)->Unit(benchmark::kMicrosecond);

@@ -8,6 +8,7 @@ set -euo pipefail
 run=(
   build-essential cmake pkg-config
   qt6-base-dev libuchardet-dev # the toolkit's package brings the OpenGL headers its Gui module wants
+  libicu-dev              # charset detection, a second opinion on short Central European books
   libxcb1-dev             # the X server's keyboard map, for the line keys
   libqt6svg6              # the SVG icon: its icon engine and image plugin
   qt6-translations-l10n   # the toolkit's dialogs in Japanese

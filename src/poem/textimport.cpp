@@ -1,40 +1,102 @@
 #include "textimport.h"
 
+#include "encodingguess.h"
+#include "linedecoder.h"
+#include "unreadable.h"
+
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
 
-#include <uchardet.h>
-
 #include <algorithm>
+#include <cstring>
 #include <memory>
-#include <optional>
 #include <utility>
+#include <vector>
 
 namespace verlis {
 
 namespace {
 
-constexpr qsizetype ChunkSize = qsizetype(64) * 1024;
+// After the first read: a file that goes on past a book is read in fewer,
+// larger reads.
+constexpr qsizetype LaterChunkSize = qsizetype(1024) * 1024;
+// What of a cut line tells its encoding where every line was cut.
+constexpr qsizetype CutHead = 1024;
 // The bytes of one line kept before decoding: more than MaxLineLength
 // characters in any of the encodings read, so that the cut of the decoded
-// line is the only one that shows.
-constexpr qsizetype MaxLineBytes = qsizetype(8) * MaxLineLength;
-// Where a line was cut, its last bytes may hold half a character.
-constexpr qsizetype CutTail = 8;
-// What the system's decoders put where a byte reads as nothing.
-constexpr QChar IcuSubstitute = QChar(0x1A);
+// line is the only one that shows; and few enough that a book of 140 lines,
+// each of them cut, fits in the budget.
+constexpr qsizetype MaxLineBytes = qsizetype(7) * MaxLineLength;
+static_assert(MaxBookLines * MaxLineBytes <= ReadBudget);
 
 template <typename Unit>
 bool isLineEnd(Unit c)
 {
-    return c == '\n' || c == '\r';
+    return c == u'\n' || c == u'\r';
 }
 
+// The first unit at or after `from` that is no line end. Whole blocks are
+// tested first without a branch a unit, so that the compiler can take many
+// units at once: a file of line ends is skipped at memory speed.
+template <typename Unit>
+const Unit *skipLineEnds(const Unit *from, const Unit *end)
+{
+    constexpr qsizetype Block = 64;
+    while (end - from >= Block) {
+        unsigned other = 0;
+        for (qsizetype i = 0; i < Block; ++i)
+            other |= unsigned(from[i] != u'\n') & unsigned(from[i] != u'\r');
+        if (other != 0)
+            break;
+        from += Block;
+    }
+    while (from < end && isLineEnd(*from))
+        ++from;
+    return from;
+}
+
+const char *find(const char *from, const char *end, char c)
+{
+    const void *found = std::memchr(from, c, size_t(end - from));
+    return found ? static_cast<const char *>(found) : end;
+}
+
+const QChar *find(const QChar *from, const QChar *end, char c)
+{
+    const qsizetype at = QStringView(from, end).indexOf(QLatin1Char(c));
+    return at < 0 ? end : from + at;
+}
+
+// Finds the line ends of one chunk with the library's vectorised searches,
+// one for LF and one for CR. Where one is found past the other it is kept
+// for later, so that each unit is searched once however the two are mixed:
+// a cut line's tail is passed over at the speed of memchr.
+template <typename Unit>
+class LineEndFinder {
+public:
+    explicit LineEndFinder(const Unit *end) : m_end(end) {}
+
+    // The first line end at or after `from`, or the chunk's end.
+    const Unit *next(const Unit *from)
+    {
+        if (!m_lineFeed || m_lineFeed < from)
+            m_lineFeed = find(from, m_end, '\n');
+        if (!m_return || m_return < from)
+            m_return = find(from, m_end, '\r');
+        return std::min(m_lineFeed, m_return);
+    }
+
+private:
+    const Unit *const m_end;
+    const Unit *m_lineFeed = nullptr;
+    const Unit *m_return = nullptr;
+};
+
 // Splits a stream of chunks into its non-empty lines, each kept to
-// `maxLength` units. A run of line ends is skipped at memory speed and
-// costs nothing of the budget, which only the lines' own units spend.
+// `maxLength` units. Only the units kept spend the budget: line ends and
+// the cut-off tail of a long line are passed over.
 template <typename Text>
 class LineCollector {
 public:
@@ -52,21 +114,19 @@ public:
     bool feed(const Text &chunk)
     {
         const auto *data = chunk.constData();
-        const qsizetype size = chunk.size();
-        qsizetype at = 0;
-        while (at < size) {
-            if (isLineEnd(data[at])) {
+        const auto *end = data + chunk.size();
+        LineEndFinder finder(end);
+        const auto *at = data;
+        while (at < end) {
+            if (isLineEnd(*at)) {
                 if (take())
                     return true;
-                while (at < size && isLineEnd(data[at]))
-                    ++at;
+                at = skipLineEnds(at, end);
                 continue;
             }
-            const auto *end = std::find_if(data + at, data + size,
-                                           isLineEnd<std::remove_cvref_t<decltype(*data)>>);
-            const qsizetype length = end - (data + at);
-            keep(chunk, at, length);
-            at += length;
+            const auto *lineEnd = finder.next(at);
+            keep(chunk, at - data, lineEnd - at);
+            at = lineEnd;
             if (m_budget <= 0)
                 return true;
         }
@@ -80,7 +140,6 @@ public:
             take();
     }
 
-    qsizetype budgetLeft() const { return m_budget; }
     const QList<Line> &lines() const { return m_lines; }
 
 private:
@@ -88,11 +147,11 @@ private:
 
     void keep(const Text &chunk, qsizetype from, qsizetype length)
     {
-        m_budget -= length;
         const qsizetype room = m_maxLength - m_partial.text.size();
         m_partial.cut = m_partial.cut || length > room;
-        if (room > 0)
-            m_partial.text += chunk.mid(from, std::min(length, room));
+        const qsizetype kept = std::clamp(length, qsizetype(0), room);
+        m_partial.text += chunk.mid(from, kept);
+        m_budget -= kept;
     }
 
     bool take()
@@ -107,141 +166,6 @@ private:
     Line m_partial;
     QList<Line> m_lines;
 };
-
-// Where a book starts with a byte-order mark of UTF-16 or UTF-32, the
-// encoding it names. A UTF-8 mark is handled with the byte path.
-std::optional<QStringConverter::Encoding> wideEncoding(const QByteArray &start)
-{
-    const auto found = QStringConverter::encodingForData(start);
-    if (found && *found != QStringConverter::Utf8)
-        return found;
-    return std::nullopt;
-}
-
-QString detectedEncodingName(const QByteArray &sample)
-{
-    std::unique_ptr<std::remove_pointer_t<uchardet_t>, void (*)(uchardet_t)> detector(
-        uchardet_new(), uchardet_delete);
-    if (!detector)
-        return {};
-    if (uchardet_handle_data(detector.get(), sample.constData(), size_t(sample.size())) != 0)
-        return {};
-    uchardet_data_end(detector.get());
-    return QString::fromLatin1(uchardet_get_charset(detector.get()));
-}
-
-// The encoding a detector's name stands for: books written on Windows
-// say Shift_JIS and mean its superset CP932.
-QByteArray decoderName(const QString &detected)
-{
-    if (detected.compare(QLatin1String("SHIFT_JIS"), Qt::CaseInsensitive) == 0)
-        return "windows-31j";
-    return detected.toLatin1();
-}
-
-// What stands where bytes read as nothing (the decoders' U+FFFD and U+001A),
-// and the control characters that have no place in a line.
-bool isFault(char16_t c)
-{
-    return c == 0xFFFD || c == IcuSubstitute.unicode() || (c < 0x20 && c != '\t' && c != '\n') ||
-           c == 0x7F;
-}
-
-bool isKanji(char16_t c)
-{
-    return (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x4E00 && c <= 0x9FFF) ||
-           (c >= 0xF900 && c <= 0xFAFF);
-}
-
-bool isKana(char16_t c) // with the Japanese punctuation and full-width forms
-{
-    return (c >= 0x3000 && c <= 0x30FF) || (c >= 0xFF01 && c <= 0xFF60);
-}
-
-bool isHalfWidthKana(char16_t c) { return c >= 0xFF61 && c <= 0xFF9F; }
-
-// How well some bytes read in one encoding.
-struct Reading {
-    qsizetype faults = 0;  // bytes that read as nothing, and control characters
-    qsizetype good = 0;    // characters beyond ASCII
-    qsizetype visible = 0; // characters that are neither faults nor spaces
-    qsizetype japanese = 0;
-
-    // The share of all it read that reads as Japanese: a fault counts
-    // against a reading, without ruling it out.
-    double quality() const
-    {
-        const qsizetype all = visible + faults;
-        return all == 0 ? 0.0 : double(japanese) / double(all);
-    }
-};
-
-// Half-width katakana count as Japanese only in a reading without kanji:
-// EUC-JP read as CP932 becomes a jumble of both, while a book written in
-// half-width katakana has no kanji.
-Reading readAs(const char *encoding, const QByteArray &bytes)
-{
-    Reading reading;
-    QStringDecoder decoder(encoding, QStringConverter::Flag::Stateless);
-    const QString text = decoder.decode(bytes);
-    qsizetype kanji = 0, kana = 0, halfWidth = 0;
-    for (const QChar c : text) {
-        const char16_t u = c.unicode();
-        if (isFault(u)) {
-            ++reading.faults;
-        } else if (!c.isSpace()) {
-            ++reading.visible;
-            reading.good += u >= 0x80 && !c.isLowSurrogate();
-            kanji += isKanji(u);
-            kana += isKana(u);
-            halfWidth += isHalfWidthKana(u);
-        }
-    }
-    reading.japanese = kanji + kana + (kanji == 0 ? halfWidth : 0);
-    return reading;
-}
-
-// A Japanese reading wins where at least this share of it reads as
-// Japanese, damage counted against it; a Western text read as CP932 stays
-// far below.
-constexpr double JapaneseShareNeeded = 0.25;
-
-// The encoding the whole book reads best in. Valid UTF-8 stands as it is, and
-// so does UTF-8 with a few damaged bytes: EUC-JP and Shift_JIS read as UTF-8
-// come nowhere near four good characters to a bad one. Else the Japanese
-// reading of the best quality, where it reads as Japanese at all; else what
-// the detector names; else UTF-8, with U+FFFD for what it can't read. The
-// detector has least to go on where a book is most likely, in short lines of
-// a few kanji: it calls them UTF-8, GB18030 or a Western code page.
-QByteArray chooseEncoding(const QByteArray &sample)
-{
-    // ISO-2022-JP is valid UTF-8 byte for byte; its escape sequences give it away.
-    const bool escapes = sample.contains('\x1B');
-    Reading utf8 = readAs("UTF-8", sample);
-    const qsizetype written = sample.count("\xEF\xBF\xBD"); // U+FFFD in the file is no fault
-    utf8.faults -= written;
-    utf8.good += written;
-    if (!escapes && utf8.good >= 4 * utf8.faults)
-        return "UTF-8";
-    QByteArray best;
-    double bestQuality = JapaneseShareNeeded;
-    for (const char *candidate : {"windows-31j", "EUC-JP", "ISO-2022-JP"}) {
-        const double quality = readAs(candidate, sample).quality();
-        if (quality > bestQuality || (best.isEmpty() && quality == bestQuality)) {
-            best = candidate;
-            bestQuality = quality;
-        }
-    }
-    if (!best.isEmpty())
-        return best;
-    if (utf8.faults == 0)
-        return "UTF-8";
-    const QByteArray detected = decoderName(detectedEncodingName(sample));
-    if (!detected.isEmpty() && detected.compare("UTF-8", Qt::CaseInsensitive) != 0 &&
-        QStringDecoder(detected.constData()).isValid())
-        return detected;
-    return "UTF-8";
-}
 
 // At most MaxLineLength characters of a line, never half a surrogate pair.
 QString shortened(QString line)
@@ -262,49 +186,92 @@ QString cleaned(QString line)
         QChar &c = line[i];
         if (c.isHighSurrogate() && i + 1 < line.size() && line.at(i + 1).isLowSurrogate())
             ++i;
-        else if (c.isSurrogate() || isFault(c.unicode()))
+        else if (c.isSurrogate() || isUnreadable(c.unicode()) || c.unicode() == 0x1A)
             c = QChar::ReplacementCharacter;
     }
     return line;
 }
 
+// What of a cut line judges its encoding: its start, without a UTF-8
+// character that the cut left incomplete, so that a UTF-8 line still reads
+// as UTF-8.
+QByteArray headOf(const QByteArray &line)
+{
+    QByteArray head = line.left(CutHead);
+    const qsizetype last = std::min<qsizetype>(3, head.size());
+    for (qsizetype back = 1; back <= last; ++back) {
+        const auto byte = uchar(head.at(head.size() - back));
+        if (byte < 0x80)
+            break;
+        if (byte >= 0xC0) { // the lead byte: are all the bytes it needs there?
+            if ((byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2) > back)
+                head.chop(back);
+            break;
+        }
+    }
+    return head;
+}
+
 using ByteLines = QList<LineCollector<QByteArray>::Line>;
 
-// Each line decoded on its own with its line end, so that a fault stays in
-// its line: a character cut at the end shows as U+FFFD there, and a line that
-// leaves the decoder shifted (ISO-2022-JP) gets a new decoder after it.
+// Each line decoded on its own in the encoding it was told to be in. A cut
+// line takes no part in telling the book's encoding, so that adding one
+// never changes how the others read; where every line was cut, their heads
+// do, without the last bytes, which may hold half a character.
 QStringList decodeLines(const ByteLines &lines)
 {
-    // A cut line takes no part in the choice, so that adding one never
-    // changes how the others read; where every line was cut, their heads do.
-    QByteArray sample;
-    for (const auto &line : lines)
-        if (!line.cut)
-            sample += line.text + '\n';
-    if (sample.isEmpty())
-        for (const auto &line : lines)
-            sample += line.text.chopped(CutTail) + '\n';
-    const QByteArray encoding = chooseEncoding(sample);
+    QList<QByteArray> uncut, heads;
+    QList<qsizetype> judged(lines.size(), -1); // each line's index among those judged
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        heads.append(headOf(lines[i].text));
+        if (!lines[i].cut) {
+            judged[i] = uncut.size();
+            uncut.append(lines[i].text);
+        }
+    }
+    const bool allCut = uncut.isEmpty();
+    const EncodingGuess guess(allCut ? heads : uncut);
+    std::vector<LineDecoder> decoders; // one an encoding, a few at most
     QStringList decoded;
-    std::optional<QStringDecoder> decoder;
-    for (const auto &line : lines) {
-        if (!decoder)
-            decoder.emplace(encoding.constData(), QStringConverter::Flag::Stateless);
-        QString text = decoder->decode(line.text + '\n');
-        if (text.endsWith(QLatin1Char('\n')))
-            text.chop(1);
-        else
-            decoder.reset();
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QByteArray encoding = allCut           ? guess.encodingOf(i)
+                                    : judged[i] >= 0 ? guess.encodingOf(judged[i])
+                                                     : guess.encodingOf(heads[i]);
+        auto decoder = std::find_if(decoders.begin(), decoders.end(),
+                                    [&](const LineDecoder &d) { return d.encoding() == encoding; });
+        if (decoder == decoders.end()) {
+            decoders.emplace_back(encoding);
+            decoder = std::prev(decoders.end());
+        }
+        QString text = lines[i].cut ? decoder->decodeStart(lines[i].text, MaxLineLength + 1)
+                                    : decoder->decode(lines[i].text);
         if (!text.isEmpty()) // bytes that read as no text at all, an escape sequence alone
-            decoded.append(shortened(cleaned(std::move(text))));
+            decoded.append(cleaned(shortened(std::move(text))));
     }
     return decoded;
 }
 
-// The next chunk of the device, no larger than `most` bytes; empty at the end.
-QByteArray nextChunk(QIODevice &device, qsizetype most)
+// Up to `limit` bytes of the device. A file's read asks for no more than it
+// holds: a buffer of the whole chunk for the last few bytes costs more than
+// reading them.
+QByteArray readChunk(QIODevice &device, qsizetype limit)
 {
-    return most > 0 ? device.read(std::min(ChunkSize, most)) : QByteArray();
+    if (!device.isSequential())
+        limit = qsizetype(std::min<qint64>(limit, device.bytesAvailable()));
+    return limit > 0 ? device.read(limit) : QByteArray();
+}
+
+// Reads chunks of the device into the collector until it has what it
+// needs, the device ends or MaxReadBytes have been read.
+template <typename Text, typename Decode>
+void collect(LineCollector<Text> &collector, QIODevice &device, QByteArray chunk, Decode decode)
+{
+    qsizetype read = chunk.size();
+    while (!chunk.isEmpty() && !collector.feed(decode(chunk)) && read < MaxReadBytes) {
+        chunk = readChunk(device, std::min(LaterChunkSize, MaxReadBytes - read));
+        read += chunk.size();
+    }
+    collector.finish();
 }
 
 QStringList readWide(QStringConverter::Encoding encoding, QIODevice &device, QByteArray chunk)
@@ -316,14 +283,12 @@ QStringList readWide(QStringConverter::Encoding encoding, QIODevice &device, QBy
                                     ? 2
                                     : 4;
     // One more than kept, so that a cut never leaves half a surrogate pair.
-    // The budget in characters, less the mark's.
-    LineCollector<QString> collector(MaxLineLength + 1, ReadBudget / unitBytes - 1);
-    while (!chunk.isEmpty() && !collector.feed(decoder.decode(chunk)))
-        chunk = nextChunk(device, collector.budgetLeft() * unitBytes);
-    collector.finish();
+    LineCollector<QString> collector(MaxLineLength + 1, ReadBudget / unitBytes);
+    collect(collector, device, std::move(chunk),
+            [&](const QByteArray &bytes) { return decoder.decode(bytes); });
     QStringList lines;
     for (const auto &line : collector.lines())
-        lines.append(shortened(cleaned(line.text)));
+        lines.append(cleaned(shortened(line.text)));
     return lines;
 }
 
@@ -333,9 +298,7 @@ QStringList readBytes(QIODevice &device, QByteArray chunk)
     if (chunk.startsWith(utf8Mark))
         chunk.remove(0, utf8Mark.size());
     LineCollector<QByteArray> collector(MaxLineBytes, ReadBudget);
-    while (!chunk.isEmpty() && !collector.feed(chunk))
-        chunk = nextChunk(device, collector.budgetLeft());
-    collector.finish();
+    collect(collector, device, std::move(chunk), [](const QByteArray &bytes) { return bytes; });
     return decodeLines(collector.lines());
 }
 
@@ -343,15 +306,15 @@ QStringList readBytes(QIODevice &device, QByteArray chunk)
 
 QStringList readBook(QIODevice &device)
 {
-    QByteArray first = nextChunk(device, ReadBudget);
+    QByteArray first = readChunk(device, FirstReadBytes);
     // A byte-order mark needs up to four bytes; a tiny first read is topped up.
     while (first.size() < 4) {
-        const QByteArray more = nextChunk(device, ReadBudget);
+        const QByteArray more = readChunk(device, FirstReadBytes);
         if (more.isEmpty())
             break;
         first += more;
     }
-    if (const auto wide = wideEncoding(first))
+    if (const auto wide = EncodingGuess::wideEncoding(first))
         return readWide(*wide, device, std::move(first));
     return readBytes(device, std::move(first));
 }
