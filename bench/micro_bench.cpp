@@ -210,7 +210,7 @@ struct Books {
     // A book of real text from the import test's books, in an encoding of its language.
     static QByteArray realBook(const char *language, const char *encoding)
     {
-        QFile file(QStringLiteral(VERLIS_SOURCE_DIR "/tests/poem/books/%1.txt").arg(language));
+        QFile file(QStringLiteral(VERLIS_SOURCE_DIR "/testdata/books/%1.txt").arg(language));
         file.open(QIODevice::ReadOnly);
         return QStringEncoder(encoding).encode(QString::fromUtf8(file.readAll()));
     }
