@@ -201,8 +201,7 @@ QByteArray namedEncoding(const QList<QByteArray> &lines, const QByteArray &detec
     static const QList<QByteArray> eastAsian{"SHIFT_JIS", "EUC-JP", "GB18030", "GB2312", "GBK",
                                              "BIG5",      "EUC-KR", "UHC",     "EUC-TW"};
     if (!eastAsian.contains(detected))
-        if (const QByteArray japanese = japaneseEncoding(lines, detected.isEmpty());
-            !japanese.isEmpty())
+        if (QByteArray japanese = japaneseEncoding(lines, detected.isEmpty()); !japanese.isEmpty())
             return japanese;
     if (detected == "SHIFT_JIS")
         return "windows-31j";
@@ -240,7 +239,7 @@ QByteArray otherEncoding(const QList<QByteArray> &lines)
     // with the whole book it was most of the import's time.
     constexpr qsizetype SampleSize = 1024;
     const QByteArray sample = lines.join('\n').left(SampleSize);
-    const QByteArray first = namedEncoding(lines, uchardetName(sample));
+    QByteArray first = namedEncoding(lines, uchardetName(sample));
     const qsizetype faults = faultyLines(first, lines);
     if (first != Utf8 && faults == 0)
         return first;
