@@ -196,9 +196,9 @@ struct Books {
 
         QFile wide(dir.filePath("long.txt"));
         wide.open(QIODevice::WriteOnly);
-        const QByteArray line = QString(100 * 1024 / 3, QChar(0x6625)).toUtf8() + '\n';
+        const QByteArray longLine = QString(100 * 1024 / 3, QChar(0x6625)).toUtf8() + '\n';
         for (int i = 0; i < 140; ++i)
-            wide.write(line);
+            wide.write(longLine);
         longLines = wide.fileName();
 
         QStringList lines = QString::fromUtf8(book).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
@@ -207,7 +207,7 @@ struct Books {
         longLineBook = write("long-lines.txt", lines.join(QLatin1Char('\n')).toUtf8());
     }
 
-    // A book of real text from the import test's books, in an encoding of its language.
+    // A book of real text from testdata/books, in an encoding of its language.
     static QByteArray realBook(const char *language, const char *encoding)
     {
         QFile file(QStringLiteral(VERLIS_SOURCE_DIR "/testdata/books/%1.txt").arg(language));
