@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 
@@ -379,10 +380,16 @@ std::optional<QStringConverter::Encoding> EncodingGuess::wideEncoding(QByteArray
     if (const auto marked = QStringConverter::encodingForData(start);
         marked && *marked != QStringConverter::Utf8)
         return marked;
-    // Where most LF bytes stand beside a NUL, on the side that makes them
-    // whole 16-bit units, the book is UTF-16 of that byte order.
+    // Where most LF bytes stand beside a NUL, the book is UTF-16. The byte
+    // order is told where a stray byte can't change it: by the first and the
+    // last unit read where both are Latin letters (a stray byte moves only
+    // one); else by the side of the NUL where it stands on one side only
+    // (after in little endian, before in big endian, a CR unit between
+    // counting for nothing), whatever the LF's offset; else by one of the
+    // two units; and where NULs stand on both sides of every LF, as between
+    // Latin letters, by the offset of most.
     // The line feeds are found with memchr: the whole first read is searched.
-    qsizetype lineFeeds = 0, little = 0, big = 0;
+    qsizetype lineFeeds = 0, little = 0, big = 0, bothEven = 0, bothOdd = 0;
     const char *const data = start.data();
     const qsizetype last = start.size() - 1; // a line feed needs a byte after it
     for (qsizetype i = 0; i < last; ++i) {
@@ -391,14 +398,26 @@ std::optional<QStringConverter::Encoding> EncodingGuess::wideEncoding(QByteArray
             break;
         i = static_cast<const char *>(found) - data;
         ++lineFeeds;
-        little += i % 2 == 0 && data[i + 1] == '\0';
-        big += i % 2 == 1 && data[i - 1] == '\0';
+        const qsizetype before = i >= 3 && data[i - 2] == '\r' ? i - 3 : i - 1;
+        const bool nulBefore = before >= 0 && data[before] == '\0';
+        const bool nulAfter = data[i + 1] == '\0';
+        little += nulAfter && !nulBefore;
+        big += nulBefore && !nulAfter;
+        (i % 2 == 0 ? bothEven : bothOdd) += nulAfter && nulBefore;
     }
-    if (2 * little > lineFeeds)
-        return QStringConverter::Utf16LE;
-    if (2 * big > lineFeeds)
-        return QStringConverter::Utf16BE;
-    return std::nullopt;
+    if (2 * (little + big + bothEven + bothOdd) <= lineFeeds)
+        return std::nullopt;
+    using enum QStringConverter::Encoding;
+    // A unit of a Latin letter: 1 little endian, -1 big endian, 0 not one.
+    const auto order = [data](qsizetype at) {
+        return (data[at] == '\0') == (data[at + 1] == '\0') ? 0 : data[at + 1] == '\0' ? 1 : -1;
+    };
+    const int ends = order(0) + order(start.size() - 2);
+    if (std::abs(ends) == 2 || (little == big && ends != 0))
+        return ends > 0 ? Utf16LE : Utf16BE;
+    if (little != big)
+        return little > big ? Utf16LE : Utf16BE;
+    return bothEven >= bothOdd ? Utf16LE : Utf16BE;
 }
 
 } // namespace verlis

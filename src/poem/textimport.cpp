@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
+#include <QStringEncoder>
 
 #include <algorithm>
 #include <cstring>
@@ -63,12 +64,6 @@ const char *find(const char *from, const char *end, char c)
     return found ? static_cast<const char *>(found) : end;
 }
 
-const QChar *find(const QChar *from, const QChar *end, char c)
-{
-    const qsizetype at = QStringView(from, end).indexOf(QLatin1Char(c));
-    return at < 0 ? end : from + at;
-}
-
 // Finds the line ends of one chunk with the library's vectorised searches,
 // one for LF and one for CR. Where one is found past the other it is kept
 // for later, so that each unit is searched once however the two are mixed:
@@ -95,13 +90,12 @@ private:
 };
 
 // Splits a stream of chunks into its non-empty lines, each kept to
-// `maxLength` units. Only the units kept spend the budget: line ends and
+// `maxLength` bytes. Only the bytes kept spend the budget: line ends and
 // the cut-off tail of a long line are passed over.
-template <typename Text>
 class LineCollector {
 public:
     struct Line {
-        Text text;
+        QByteArray text;
         bool cut = false;
     };
 
@@ -111,7 +105,7 @@ public:
 
     // Returns true once nothing more is needed: MaxBookLines lines held, or
     // the budget spent.
-    bool feed(const Text &chunk)
+    bool feed(const QByteArray &chunk)
     {
         const auto *data = chunk.constData();
         const auto *end = data + chunk.size();
@@ -127,7 +121,7 @@ public:
             const auto *lineEnd = finder.next(at);
             keep(chunk, at - data, lineEnd - at);
             at = lineEnd;
-            if (m_budget <= 0)
+            if (spent())
                 return true;
         }
         return false;
@@ -142,10 +136,10 @@ public:
 
     const QList<Line> &lines() const { return m_lines; }
 
-private:
-    bool full() const { return m_lines.size() >= MaxBookLines; }
+    bool spent() const { return m_budget <= 0; }
 
-    void keep(const Text &chunk, qsizetype from, qsizetype length)
+    // Adds bytes of the chunk to the line being read.
+    void keep(const QByteArray &chunk, qsizetype from, qsizetype length)
     {
         const qsizetype room = m_maxLength - m_partial.text.size();
         m_partial.cut = m_partial.cut || length > room;
@@ -154,12 +148,16 @@ private:
         m_budget -= kept;
     }
 
+    // Ends the line being read; returns true once MaxBookLines are held.
     bool take()
     {
         if (!m_partial.text.isEmpty())
             m_lines.append(std::exchange(m_partial, Line()));
         return full();
     }
+
+private:
+    bool full() const { return m_lines.size() >= MaxBookLines; }
 
     const qsizetype m_maxLength;
     qsizetype m_budget;
@@ -212,7 +210,7 @@ QByteArray headOf(const QByteArray &line)
     return head;
 }
 
-using ByteLines = QList<LineCollector<QByteArray>::Line>;
+using ByteLines = QList<LineCollector::Line>;
 
 // Each line decoded on its own in the encoding it was told to be in. A cut
 // line takes no part in telling the book's encoding, so that adding one
@@ -261,44 +259,195 @@ QByteArray readChunk(QIODevice &device, qsizetype limit)
     return limit > 0 ? device.read(limit) : QByteArray();
 }
 
-// Reads chunks of the device into the collector until it has what it
-// needs, the device ends or MaxReadBytes have been read.
-template <typename Text, typename Decode>
-void collect(LineCollector<Text> &collector, QIODevice &device, QByteArray chunk, Decode decode)
+// Reads chunks of the device into `feed`, the first without the byte-order
+// mark, until it has what it needs, the device ends or MaxReadBytes have
+// been read.
+template <typename Feed>
+void collect(QIODevice &device, QByteArray chunk, const QByteArray &mark, Feed feed)
 {
     qsizetype read = chunk.size();
-    while (!chunk.isEmpty() && !collector.feed(decode(chunk)) && read < MaxReadBytes) {
+    if (chunk.startsWith(mark))
+        chunk.remove(0, mark.size());
+    while (!chunk.isEmpty() && !feed(chunk) && read < MaxReadBytes) {
         chunk = readChunk(device, std::min(LaterChunkSize, MaxReadBytes - read));
         read += chunk.size();
     }
-    collector.finish();
 }
 
+// Splits a book in UTF-16 or UTF-32 (`Unit` the size of its code units)
+// into the bytes of its lines. A byte more or less moves every unit after it
+// off its place, so line ends are looked for at every byte: one at the
+// units' place is taken; one off it only where the next line end is at its
+// place in turn, or none follows, and the units are read from there on. So
+// only the line with the stray byte reads wrong: a line end that the bytes
+// of two characters make by chance (U+0A4D U+4E00 in UTF-16LE) ends
+// nothing, as the lines after it end at the old place.
+template <typename Unit>
+class WideLineSplitter {
+public:
+    WideLineSplitter(QStringConverter::Encoding encoding, LineCollector &collector)
+        : m_lineFeed(unit(encoding, u'\n')), m_return(unit(encoding, u'\r')),
+          // where in a unit the byte of a line end stands
+          m_lineEndByte(encoding == QStringConverter::Utf16BE ||
+                                encoding == QStringConverter::Utf32BE
+                            ? qsizetype(sizeof(Unit)) - 1
+                            : 0),
+          m_collector(collector)
+    {
+    }
+
+    // Returns true once nothing more is needed. Each chunk is read on from
+    // the bytes that the last one ended with, which start at a unit's place.
+    bool feed(const QByteArray &chunk)
+    {
+        const QByteArray bytes = m_carry.isEmpty() ? chunk : m_carry + chunk;
+        const char *const data = bytes.constData();
+        const char *const end = data + bytes.size();
+        LineEndFinder<char> finder(end);
+        const char *at = data;
+        while (end - at >= Size) {
+            if (isLineEnd(at)) {
+                if (m_collector.take())
+                    return true;
+                at = skipLineEnds(at, end);
+                continue;
+            }
+            const char *const lineEnd = nextLineEnd(finder, at, end);
+            if (!lineEnd)
+                break;
+            m_collector.keep(bytes, at - data, lineEnd - at);
+            at = lineEnd;
+            if (m_collector.spent())
+                return true;
+        }
+        // Kept but for the last bytes, where a line end may begin: the next
+        // chunk starts at a unit's place.
+        const qsizetype kept = std::max<qsizetype>(0, end - at - (Size - 1)) / Size * Size;
+        m_collector.keep(bytes, at - data, kept);
+        m_carry = QByteArray(at + kept, end - at - kept);
+        return m_collector.spent();
+    }
+
+    // The last bytes may be half a unit.
+    void finish()
+    {
+        m_collector.keep(m_carry, 0, m_carry.size());
+        m_collector.finish();
+    }
+
+private:
+    static constexpr qsizetype Size = sizeof(Unit);
+
+    static Unit unit(QStringConverter::Encoding encoding, char16_t c)
+    {
+        const QByteArray bytes = QStringEncoder(encoding).encode(QStringView(&c, 1));
+        Unit u = 0;
+        std::memcpy(&u, bytes.constData(), std::min<size_t>(sizeof u, size_t(bytes.size())));
+        return u;
+    }
+
+    bool isLineEnd(const char *at) const
+    {
+        Unit u;
+        std::memcpy(&u, at, sizeof u);
+        return u == m_lineFeed || u == m_return;
+    }
+
+    // The first unit at or after `from` that is no line end, whole blocks
+    // tested first as for bytes.
+    const char *skipLineEnds(const char *from, const char *end) const
+    {
+        constexpr qsizetype Block = 64;
+        const Unit lineFeed = m_lineFeed, carriageReturn = m_return;
+        while (end - from >= Block * Size) {
+            unsigned other = 0;
+            for (qsizetype i = 0; i < Block; ++i) {
+                Unit u;
+                std::memcpy(&u, from + i * Size, sizeof u);
+                other |= unsigned(u != lineFeed) & unsigned(u != carriageReturn);
+            }
+            if (other != 0)
+                break;
+            from += Block * Size;
+        }
+        while (end - from >= Size && isLineEnd(from))
+            from += Size;
+        return from;
+    }
+
+    // The start of the first line end at or after `from`, which is at a
+    // unit's place; null where none is whole before `end`.
+    const char *nextLineEnd(LineEndFinder<char> &finder, const char *from, const char *end) const
+    {
+        for (const char *found = finder.next(from + m_lineEndByte); found < end;
+             found = finder.next(found + 1)) {
+            const char *const start = found - m_lineEndByte;
+            if (end - start < Size)
+                return nullptr;
+            if (!isLineEnd(start))
+                continue;
+            if ((start - from) % Size == 0 || endsAtItsPlace(start, end))
+                return start;
+        }
+        return nullptr;
+    }
+
+    // Whether the next line end after the one at `start`, at any byte, is at
+    // the place of its units.
+    bool endsAtItsPlace(const char *start, const char *end) const
+    {
+        const char *const after = start + Size;
+        if (end - after < Size)
+            return true;
+        LineEndFinder<char> finder(end);
+        for (const char *found = finder.next(after + m_lineEndByte); found < end;
+             found = finder.next(found + 1)) {
+            const char *const next = found - m_lineEndByte;
+            if (end - next >= Size && isLineEnd(next))
+                return (next - start) % Size == 0;
+        }
+        return true;
+    }
+
+    const Unit m_lineFeed;
+    const Unit m_return;
+    const qsizetype m_lineEndByte;
+    LineCollector &m_collector;
+    QByteArray m_carry;
+};
+
+// Each line decoded on its own, so that one whose bytes are no whole
+// number of units reads wrong alone, its last bytes as U+FFFD.
+template <typename Unit>
 QStringList readWide(QStringConverter::Encoding encoding, QIODevice &device, QByteArray chunk)
 {
-    QStringDecoder decoder(encoding); // skips the byte-order mark itself
-    const qsizetype unitBytes = encoding == QStringConverter::Utf16 ||
-                                        encoding == QStringConverter::Utf16LE ||
-                                        encoding == QStringConverter::Utf16BE
-                                    ? 2
-                                    : 4;
-    // One more than kept, so that a cut never leaves half a surrogate pair.
-    LineCollector<QString> collector(MaxLineLength + 1, ReadBudget / unitBytes);
-    collect(collector, device, std::move(chunk),
-            [&](const QByteArray &bytes) { return decoder.decode(bytes); });
+    QStringDecoder decoder(encoding, QStringConverter::Flag::Stateless |
+                                         QStringConverter::Flag::ConvertInitialBom);
+    // One unit more than kept, so that a cut never leaves half a surrogate pair.
+    LineCollector collector((MaxLineLength + 1) * qsizetype(sizeof(Unit)), ReadBudget);
+    WideLineSplitter<Unit> splitter(encoding, collector);
+    collect(device, std::move(chunk),
+            QStringEncoder(encoding).encode(QString(QChar::ByteOrderMark)),
+            [&](const QByteArray &bytes) { return splitter.feed(bytes); });
+    splitter.finish();
     QStringList lines;
-    for (const auto &line : collector.lines())
-        lines.append(cleaned(shortened(line.text)));
+    for (const auto &line : collector.lines()) {
+        const qsizetype whole =
+            line.text.size() / qsizetype(sizeof(Unit)) * qsizetype(sizeof(Unit));
+        QString text = decoder.decode(QByteArrayView(line.text).first(whole));
+        if (whole < line.text.size())
+            text += QChar::ReplacementCharacter;
+        lines.append(cleaned(shortened(std::move(text))));
+    }
     return lines;
 }
 
 QStringList readBytes(QIODevice &device, QByteArray chunk)
 {
-    static const QByteArray utf8Mark("\xEF\xBB\xBF");
-    if (chunk.startsWith(utf8Mark))
-        chunk.remove(0, utf8Mark.size());
-    LineCollector<QByteArray> collector(MaxLineBytes, ReadBudget);
-    collect(collector, device, std::move(chunk), [](const QByteArray &bytes) { return bytes; });
+    LineCollector collector(MaxLineBytes, ReadBudget);
+    collect(device, std::move(chunk), QByteArrayLiteral("\xEF\xBB\xBF"),
+            [&](const QByteArray &bytes) { return collector.feed(bytes); });
+    collector.finish();
     return decodeLines(collector.lines());
 }
 
@@ -315,7 +464,9 @@ QStringList readBook(QIODevice &device)
         first += more;
     }
     if (const auto wide = EncodingGuess::wideEncoding(first))
-        return readWide(*wide, device, std::move(first));
+        return *wide == QStringConverter::Utf32LE || *wide == QStringConverter::Utf32BE
+                   ? readWide<quint32>(*wide, device, std::move(first))
+                   : readWide<quint16>(*wide, device, std::move(first));
     return readBytes(device, std::move(first));
 }
 
