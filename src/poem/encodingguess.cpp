@@ -239,8 +239,19 @@ QByteArray otherEncoding(const QList<QByteArray> &lines)
     // named rightly from them. The detectors' cost grows with the sample, and
     // with the whole book it was most of the import's time.
     constexpr qsizetype SampleSize = 1024;
-    const QByteArray sample = lines.join('\n').left(SampleSize);
-    QByteArray first = namedEncoding(lines, uchardetName(sample));
+    const QByteArray joined = lines.join('\n');
+    QByteArray sample = joined.left(SampleSize);
+    QByteArray detected = uchardetName(sample);
+    // The detector is thrown by a sample that starts inside a character, as
+    // where a stray byte went missing at the start: it names nothing, or a
+    // reading these lines can't have. A sample from the next line on starts
+    // whole, since one stray byte can't be at both starts.
+    if (const qsizetype next = joined.indexOf('\n');
+        next >= 0 && (detected.isEmpty() || detected == "ASCII" || detected == Utf8)) {
+        sample = joined.mid(next + 1, SampleSize);
+        detected = uchardetName(sample);
+    }
+    QByteArray first = namedEncoding(lines, detected);
     const qsizetype faults = faultyLines(first, lines);
     if (first != Utf8 && faults == 0)
         return first;

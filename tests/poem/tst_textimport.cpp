@@ -122,6 +122,8 @@ private slots:
                     << parts.join('\n') << lines << -1;
             }
         }
+        const QStringList ko = book("ko"); // the first character cut: its line alone shows it
+        QTest::newRow("euc-kr ko, its first byte out") << joined("EUC-KR", ko).mid(1) << ko << 0;
         // Two kanji that make valid UTF-8 ("ġŲ") in a book that shows EUC-JP.
         QStringList kanji = ja;
         kanji[3] = QStringLiteral("帖轍");
