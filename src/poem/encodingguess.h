@@ -13,18 +13,22 @@ namespace verlis {
 //
 // A book may mix UTF-8 lines with lines in one other encoding, so each line
 // is judged: a line that is no valid UTF-8 is in the book's other encoding;
-// a valid one is UTF-8 where that reading is the likelier of the two. The
-// other encoding is named by the charset detector on the lines that can't
-// be UTF-8, with rules of its own only where a detector is known to fail:
-// short lines of kanji, the Windows and ISO code pages of one script, and
-// ISO-2022-JP, which is decided line by line by its escape sequences.
+// a valid one is UTF-8 where that reading is the likelier of the two.
+//
+// The other encoding is named by the C library's charset detector (uchardet)
+// on the lines that can't be UTF-8. The toolkit's own (ICU) is asked where
+// that names nothing, or a reading that can't read the lines, and decides
+// Windows-1250 from ISO-8859-2 where no byte tells them apart. Rules of our
+// own stand only where both are known to fail: short lines of kanji, the
+// Windows and ISO code pages of one script, lines too few to detect whose
+// code page the script of the book's UTF-8 lines gives away, ISO-2022-JP
+// (decided line by line by its escape sequences), and UTF-16 without a
+// byte-order mark.
 class EncodingGuess {
 public:
     // The book's lines, without their line ends.
     explicit EncodingGuess(const QList<QByteArray> &lines);
 
-    // The encoding of the lines that are not UTF-8; "UTF-8" where all are.
-    QByteArray encoding() const { return m_encoding; }
     // The encoding the line of that index reads in.
     QByteArray encodingOf(qsizetype line) const;
     // The encoding a line that took no part in the guess reads in (a long

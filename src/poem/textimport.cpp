@@ -184,7 +184,7 @@ QString cleaned(QString line)
         QChar &c = line[i];
         if (c.isHighSurrogate() && i + 1 < line.size() && line.at(i + 1).isLowSurrogate())
             ++i;
-        else if (c.isSurrogate() || isUnreadable(c.unicode()) || c.unicode() == 0x1A)
+        else if (c.isSurrogate() || isUnreadable(c.unicode()))
             c = QChar::ReplacementCharacter;
     }
     return line;

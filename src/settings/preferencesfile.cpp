@@ -102,7 +102,8 @@ bool PreferencesFile::write(const Preferences &prefs) const
     return true;
 }
 
-// For a folder that takes no new file, a locked-down home say: the record
+// For a folder that takes no new file, a locked-down home say, or none just
+// now, as a full disk or a folder in the temporary file's place: the record
 // is overwritten where it stands, the new one over the old in one write,
 // which a kill does not split, as it lies within the file's first page. A
 // longer old record is cut only after that: until then its tail lies past

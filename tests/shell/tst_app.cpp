@@ -22,7 +22,7 @@ extern "C" int openat(int dir, const char *name, int flags, ...)
 {
     va_list args;
     va_start(args, flags);
-    const int mode = flags & O_CREAT ? va_arg(args, int) : 0;
+    const int mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(args, int) : 0;
     va_end(args);
     if (failing.startsWith("read-only") && flags & O_CREAT)
         return errno = EACCES, -1;

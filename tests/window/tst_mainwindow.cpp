@@ -115,6 +115,7 @@ private slots:
         // The third heading, blank on screen, is named for a screen reader (child 0: the corner).
         QCOMPARE(w->DefaultListbox()->horizontalHeaderItem(2)->text(), QString(" "));
         QAccessibleInterface *table = QAccessible::queryAccessibleInterface(w->DefaultListbox());
+        QVERIFY(table && table->child(3));
         QCOMPARE(table->child(3)->text(QAccessible::Name), QString("本文"));
     }
 
