@@ -111,8 +111,7 @@ struct JapaneseReading {
         qsizetype visible = 0, kanji = 0, kana = 0, halfWidth = 0;
         for (const QByteArray &line : lines) {
             const QString text = decoder.decode(line);
-            faultyLines += std::any_of(text.begin(), text.end(),
-                                       [](QChar c) { return isUnreadable(c.unicode()); });
+            faultyLines += hasUnreadable(text);
             if (faultyLines > faultsAllowed)
                 return;
             for (const QChar c : text) {
@@ -224,9 +223,7 @@ qsizetype faultyLines(const QByteArray &encoding, const QList<QByteArray> &lines
 {
     LineDecoder decoder(encoding);
     return std::count_if(lines.begin(), lines.end(), [&](const QByteArray &line) {
-        const QString text = decoder.decode(line);
-        return std::any_of(text.begin(), text.end(),
-                           [](QChar c) { return isUnreadable(c.unicode()); });
+        return hasUnreadable(decoder.decode(line));
     });
 }
 
@@ -358,8 +355,7 @@ EncodingGuess::EncodingGuess(const QList<QByteArray> &lines)
             continue;
         const int asUtf8 = oddities(utf8.decode(lines[i]));
         const QString otherText = other.decode(lines[i]);
-        const bool proven = std::any_of(otherText.begin(), otherText.end(),
-                                        [](QChar c) { return isUnreadable(c.unicode()); });
+        const bool proven = hasUnreadable(otherText);
         const int asOther = oddities(otherText);
         ++validLines;
         if (asOther == asUtf8 && !proven)
